@@ -1,0 +1,45 @@
+// SPDX-FileCopyrightText: The qen authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include <QAbstractTableModel>
+#include <QPointer>
+
+class TDataSet;
+
+/// The rows of a data set as a table model. The data set stays its owner's.
+class DataSetModel : public QAbstractTableModel
+{
+    Q_OBJECT
+
+public:
+    explicit DataSetModel(QObject *parent = nullptr);
+
+    void setDataSet(TDataSet *dataSet);
+    TDataSet *dataSet() const { return m_dataSet; }
+    /// "FIELD=Title;FIELD=Title"; empty: all visible fields with their own titles.
+    void setColumns(const QString &columns);
+    /// Name of the field in a column.
+    QString fieldName(int column) const;
+
+    int rowCount(const QModelIndex &parent = {}) const override;
+    int columnCount(const QModelIndex &parent = {}) const override;
+    QVariant data(const QModelIndex &index, int role = Qt::DisplayRole) const override;
+    bool setData(const QModelIndex &index, const QVariant &value, int role = Qt::EditRole) override;
+    Qt::ItemFlags flags(const QModelIndex &index) const override;
+    QVariant headerData(int section, Qt::Orientation orientation, int role = Qt::DisplayRole) const override;
+    bool canFetchMore(const QModelIndex &parent) const override;
+    void fetchMore(const QModelIndex &parent) override;
+
+private:
+    struct Column
+    {
+        int field;
+        QString title;
+    };
+    void findColumns();
+
+    QPointer<TDataSet> m_dataSet;
+    QString m_wanted;
+    QVector<Column> m_columns;
+};

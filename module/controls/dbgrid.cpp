@@ -1,0 +1,161 @@
+// SPDX-FileCopyrightText: The qen authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#include "module/controls/dbgrid.h"
+
+#include "module/controls/currencyedit.h"
+#include "module/controls/datasetmodel.h"
+#include "module/host_services/dataset.h"
+
+#include <QHeaderView>
+#include <QKeyEvent>
+#include <QStyledItemDelegate>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+/// Figures are typed in a cell as they are in a field.
+class FieldDelegate : public QStyledItemDelegate
+{
+public:
+    using QStyledItemDelegate::QStyledItemDelegate;
+
+    QWidget *createEditor(QWidget *parent, const QStyleOptionViewItem &option, const QModelIndex &index) const override
+    {
+        const auto *model = qobject_cast<const DataSetModel *>(index.model());
+        if (!model || !model->dataSet())
+            return nullptr;
+        const TField &field = model->dataSet()->field(model->fieldName(index.column()));
+        if (!field.isNumeric())
+            return QStyledItemDelegate::createEditor(parent, option, index);
+        auto *editor = new TCurrencyEdit(parent);
+        editor->setDisplayFormat(field.mask.isEmpty() ? u",0.00"_s : field.mask);
+        editor->setEditDecimals(field.type == TField::Type::Integer ? 0 : int(field.mask.section(u'.', 1).size()));
+        return editor;
+    }
+
+    void setEditorData(QWidget *editor, const QModelIndex &index) const override
+    {
+        if (auto *number = qobject_cast<TCurrencyEdit *>(editor))
+            number->setValue(index.data(Qt::EditRole).toDouble());
+        else
+            QStyledItemDelegate::setEditorData(editor, index);
+    }
+
+    void setModelData(QWidget *editor, QAbstractItemModel *model, const QModelIndex &index) const override
+    {
+        if (auto *number = qobject_cast<TCurrencyEdit *>(editor))
+            model->setData(index, number->value(), Qt::EditRole);
+        else
+            QStyledItemDelegate::setModelData(editor, model, index);
+    }
+};
+
+} // namespace
+
+TDBGrid::TDBGrid(QWidget *parent)
+    : QTableView(parent)
+    , m_model(new DataSetModel(this))
+{
+    setModel(m_model);
+    setItemDelegate(new FieldDelegate(this));
+    setSelectionBehavior(QAbstractItemView::SelectRows);
+    setSelectionMode(QAbstractItemView::SingleSelection);
+    setAlternatingRowColors(true);
+    setShowGrid(false);
+    setWordWrap(false);
+    setTabKeyNavigation(false);
+    verticalHeader()->hide();
+    verticalHeader()->setDefaultSectionSize(fontMetrics().height() + 8);
+    horizontalHeader()->setHighlightSections(false);
+    horizontalHeader()->setStretchLastSection(true);
+    connect(horizontalHeader(), &QHeaderView::sectionClicked, this, [this](int section) {
+        m_titleField = m_model->fieldName(section);
+        emit titleClicked();
+    });
+    connect(this, &QTableView::doubleClicked, this, [this](const QModelIndex &index) {
+        if (!(m_model->flags(index) & Qt::ItemIsEditable))
+            emit rowChosen();
+    });
+}
+
+void TDBGrid::setDataSet(TDataSet *dataSet)
+{
+    if (TDataSet *before = m_model->dataSet())
+        before->disconnect(this);
+    m_model->setDataSet(dataSet);
+    m_fitted = false;
+    if (!dataSet)
+        return;
+    connect(dataSet, &TDataSet::AfterScroll, this, &TDBGrid::followDataSet);
+    connect(dataSet, &TDataSet::wasReset, this, &TDBGrid::followDataSet);
+    followDataSet();
+}
+
+TDataSet *TDBGrid::dataSet() const
+{
+    return m_model->dataSet();
+}
+
+void TDBGrid::setColumns(const QString &columns)
+{
+    m_columns = columns;
+    m_model->setColumns(columns);
+}
+
+int TDBGrid::columnOf(const QString &field) const
+{
+    for (int column = 0; column < m_model->columnCount(); ++column) {
+        if (m_model->fieldName(column).compare(field, Qt::CaseInsensitive) == 0)
+            return column;
+    }
+    return -1;
+}
+
+void TDBGrid::followDataSet()
+{
+    if (m_following || !dataSet())
+        return;
+    m_following = true;
+    fitColumns();
+    const int row = dataSet()->row();
+    const int column = qMax(0, currentIndex().column());
+    if (row >= 0 && row < m_model->rowCount())
+        setCurrentIndex(m_model->index(row, column));
+    m_following = false;
+}
+
+void TDBGrid::fitColumns()
+{
+    // Once, when the first rows are there: afterwards the widths are the user's.
+    if (m_fitted || m_model->rowCount() == 0)
+        return;
+    m_fitted = true;
+    resizeColumnsToContents();
+    for (int column = 0; column < m_model->columnCount(); ++column)
+        setColumnWidth(column, columnWidth(column) + 12);
+}
+
+void TDBGrid::currentChanged(const QModelIndex &current, const QModelIndex &previous)
+{
+    QTableView::currentChanged(current, previous);
+    if (m_following || !current.isValid() || !dataSet() || current.row() == dataSet()->row())
+        return;
+    m_following = true;
+    dataSet()->setRow(current.row());
+    m_following = false;
+}
+
+void TDBGrid::keyPressEvent(QKeyEvent *event)
+{
+    const bool enter = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
+    if (enter && currentIndex().isValid() && state() != EditingState) {
+        if (m_model->flags(currentIndex()) & Qt::ItemIsEditable)
+            edit(currentIndex());
+        else
+            emit rowChosen();
+        return;
+    }
+    QTableView::keyPressEvent(event);
+}

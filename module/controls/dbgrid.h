@@ -1,0 +1,46 @@
+// SPDX-FileCopyrightText: The qen authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include <QTableView>
+
+class DataSetModel;
+class TDataSet;
+
+/// A grid over a data set: its current row and the data set's cursor are one.
+class TDBGrid : public QTableView
+{
+    Q_OBJECT
+    /// "FIELD=Title;FIELD=Title"; empty: all visible fields.
+    Q_PROPERTY(QString Colunas READ columns WRITE setColumns)
+
+public:
+    explicit TDBGrid(QWidget *parent = nullptr);
+
+    void setDataSet(TDataSet *dataSet);
+    TDataSet *dataSet() const;
+    QString columns() const { return m_columns; }
+    void setColumns(const QString &columns);
+    /// Name of the field in the column whose title was clicked last.
+    QString titleField() const { return m_titleField; }
+    /// The column that shows a field, -1 for none.
+    int columnOf(const QString &field) const;
+
+signals:
+    void rowChosen(); ///< double click or Enter
+    void titleClicked();
+
+protected:
+    void keyPressEvent(QKeyEvent *event) override;
+    void currentChanged(const QModelIndex &current, const QModelIndex &previous) override;
+
+private:
+    void followDataSet();
+    void fitColumns();
+
+    DataSetModel *m_model;
+    QString m_columns;
+    QString m_titleField;
+    bool m_following = false;
+    bool m_fitted = false;
+};
