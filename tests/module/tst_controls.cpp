@@ -3,6 +3,7 @@
 #include "module/controls/currencyedit.h"
 #include "module/controls/dateedit.h"
 #include "module/host_services/clock.h"
+#include "module/host_services/theme.h"
 
 #include <QApplication>
 #include <QCalendarWidget>
@@ -30,6 +31,7 @@ class TestControls : public QObject
     Q_OBJECT
 
 private slots:
+    void initTestCase() { Theme::apply(*qApp); }
     void init();
     void cleanup();
 
@@ -58,6 +60,7 @@ private slots:
     void enterTakesTheDate();
     void theDateIsThatOfTheTextWhileTyping();
     void anUnreadableDateStaysMarked();
+    void aMarkedDateHasARedBorder();
     void lettersCannotBeTypedIntoADate();
     void anEmptiedDateIsInvalidAndNotMarked();
     void arrowsAndSignsMoveADay();
@@ -384,6 +387,18 @@ void TestControls::anUnreadableDateStaysMarked()
     m_price->setFocus();
     QCOMPARE(m_day->date(), QDate(2026, 2, 28));
     QVERIFY(!m_day->property("invalid").toBool());
+}
+
+void TestControls::aMarkedDateHasARedBorder()
+{
+    const auto border = [this] { return m_day->grab().toImage().pixelColor(m_day->width() / 2, 0); };
+    QCOMPARE(border(), QColor(0xb5, 0xbc, 0xbf));
+    m_day->setText(u"31/02/2026"_s);
+    QCOMPARE(border(), QColor(0xc6, 0x28, 0x28));
+    m_day->setFocus();
+    QCOMPARE(border(), QColor(0xc6, 0x28, 0x28));
+    m_day->setDate(QDate(2026, 2, 28));
+    QCOMPARE(border(), QColor(0x00, 0x79, 0x6b));
 }
 
 void TestControls::lettersCannotBeTypedIntoADate()
