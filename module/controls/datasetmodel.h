@@ -2,10 +2,10 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include "module/host_services/dataset.h"
+
 #include <QAbstractTableModel>
 #include <QPointer>
-
-class TDataSet;
 
 /// The rows of a data set as a table model. The data set stays its owner's.
 class DataSetModel : public QAbstractTableModel

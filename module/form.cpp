@@ -1,0 +1,372 @@
+// SPDX-FileCopyrightText: The qen authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#include "module/form.h"
+
+#include "module/controls/currencyedit.h"
+#include "module/controls/dateedit.h"
+#include "module/controls/dbgrid.h"
+#include "module/host_services/classregistry.h"
+#include "module/host_services/clientdataset.h"
+#include "module/host_services/database.h"
+#include "module/host_services/funcoes.h"
+#include "module/host_services/pesquisa.h"
+#include "module/host_services/tabelas.h"
+#include "module/host_services/table.h"
+#include "module/messages.h"
+
+#include <QAbstractButton>
+#include <QAction>
+#include <QCloseEvent>
+#include <QComboBox>
+#include <QEventLoop>
+#include <QLineEdit>
+#include <QMetaMethod>
+#include <QPlainTextEdit>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+const QStringList &eventNames()
+{
+    static const QStringList names{u"DblClick"_s, u"TitleClick"_s, u"Click"_s, u"Exit"_s, u"Enter"_s, u"KeyDown"_s,
+        u"AfterScroll"_s, u"BeforePost"_s, u"AfterPost"_s, u"FechaPesquisa"_s, u"Change"_s};
+    return names;
+}
+
+/// The event a method is named after, empty for a method of another kind.
+QString eventOf(const QString &method)
+{
+    for (const QString &event : eventNames()) {
+        if (method.size() > event.size() && method.endsWith(event))
+            return event;
+    }
+    return {};
+}
+
+} // namespace
+
+TForm::TForm()
+{
+    setAttribute(Qt::WA_DeleteOnClose);
+    setFocusPolicy(Qt::ClickFocus);
+}
+
+TForm::~TForm()
+{
+    for (const QString &name : m_openTables)
+        Tabela->FechaTabela(name);
+}
+
+QString TForm::className() const
+{
+    return QString::fromLatin1(metaObject()->className());
+}
+
+TTIDatabase &TForm::database() const
+{
+    return *Tabela->IBDatabase;
+}
+
+void TForm::Create()
+{
+    if (const ScreenClass *registered = ClassRegistry::find(className()))
+        setWindowTitle(registered->caption);
+    FormCreate();
+    tie();
+}
+
+void TForm::AbreTabelas(const QStringList &names)
+{
+    for (const QString &name : names) {
+        Tabela->AbreTabela(name, false);
+        m_openTables.append(name);
+    }
+}
+
+void TForm::ShowModal()
+{
+    setWindowFlags(Qt::Dialog);
+    setWindowModality(Qt::ApplicationModal);
+    QEventLoop loop;
+    connect(this, &QObject::destroyed, &loop, &QEventLoop::quit);
+    show();
+    loop.exec();
+}
+
+void TForm::run(const std::function<void()> &action)
+{
+    try {
+        action();
+    } catch (const EAbort &) {
+        return;
+    } catch (...) {
+        Host::current().showException(this, std::current_exception());
+    }
+}
+
+void TForm::describe(
+    const QLineEdit *code, QLineEdit *text, const QString &table, const QString &keyField, const QString &textField)
+{
+    const QString value = code->text().trimmed();
+    text->setText(
+        value.isEmpty() ? QString() : Funcoes::Busca_Valor(table, keyField, textField, Funcoes::Aspas(value)));
+    text->setCursorPosition(0);
+}
+
+bool TForm::takeChosen(const TPesquisa *search, const QString &field, QLineEdit *code)
+{
+    const QString chosen = search->RetornoPesquisa(field);
+    if (chosen.isEmpty())
+        return false;
+    code->setText(chosen);
+    code->setFocus();
+    return true;
+}
+
+void TForm::refuse(const QString &message, QWidget *atFault)
+{
+    Messages::inform(this, message);
+    if (atFault)
+        atFault->setFocus();
+}
+
+QObject *TForm::component(const QString &name) const
+{
+    for (QObject *child : findChildren<QObject *>()) {
+        if (child->objectName().compare(name, Qt::CaseInsensitive) == 0)
+            return child;
+    }
+    return nullptr;
+}
+
+void TForm::tie()
+{
+    for (QWidget *child : findChildren<QWidget *>())
+        child->installEventFilter(this);
+    for (int i = TForm::staticMetaObject.methodCount(); i < metaObject()->methodCount(); ++i) {
+        const QMetaMethod method = metaObject()->method(i);
+        const QString name = QString::fromLatin1(method.name());
+        const QString event = eventOf(name);
+        if (event.isEmpty() || method.methodType() == QMetaMethod::Signal)
+            continue;
+        const QString controlName = name.chopped(event.size());
+        if (QObject *found = component(controlName)) {
+            tieMethod(found, event, method);
+            continue;
+        }
+        // `<data set><field>Change`
+        QObject *owner = nullptr;
+        for (TDataSet *dataSet : findChildren<TDataSet *>()) {
+            if (!dataSet->objectName().isEmpty() && event == u"Change"_s
+                && controlName.startsWith(dataSet->objectName(), Qt::CaseInsensitive))
+                owner = dataSet;
+        }
+        if (owner)
+            tieFieldChanges(owner, controlName.mid(owner->objectName().size()), method);
+        else
+            m_methodsWithoutControl.append(name);
+    }
+}
+
+void TForm::tieFieldChanges(QObject *dataSet, const QString &field, const QMetaMethod &method)
+{
+    const auto changed = [this, field, method](const QString &name) {
+        if (name.compare(field, Qt::CaseInsensitive) == 0)
+            call(method);
+    };
+    if (auto *inMemory = qobject_cast<TClientDataSet *>(dataSet))
+        connect(inMemory, &TClientDataSet::fieldChanged, this, changed);
+    else if (auto *table = qobject_cast<TTITable *>(dataSet))
+        connect(table, &TTITable::fieldChanged, this, changed);
+}
+
+void TForm::tieMethod(QObject *component, const QString &event, const QMetaMethod &method)
+{
+    const auto callIt = [this, method] { call(method); };
+    if (auto *widget = qobject_cast<QWidget *>(component)) {
+        tieWidget(widget, event, method);
+    } else if (auto *action = qobject_cast<QAction *>(component)) {
+        connect(action, &QAction::triggered, this, callIt);
+    } else if (auto *dataSet = qobject_cast<TDataSet *>(component); dataSet && event == u"AfterScroll"_s) {
+        connect(dataSet, &TDataSet::AfterScroll, this, callIt);
+    } else if (auto *inMemory = qobject_cast<TClientDataSet *>(component)) {
+        if (event == u"BeforePost"_s)
+            connect(inMemory, &TClientDataSet::BeforePost, this, callIt);
+        else if (event == u"AfterPost"_s)
+            connect(inMemory, &TClientDataSet::AfterPost, this, callIt);
+    } else {
+        m_methodsWithoutControl.append(QString::fromLatin1(method.name()));
+    }
+}
+
+void TForm::tieWidget(QWidget *widget, const QString &event, const QMetaMethod &method)
+{
+    const auto callIt = [this, method] { call(method); };
+    if (event == u"Enter"_s) {
+        m_fieldEvents[widget].enter = method;
+    } else if (event == u"Exit"_s) {
+        m_fieldEvents[widget].exit = method;
+    } else if (event == u"KeyDown"_s) {
+        m_fieldEvents[widget].keyDown = method;
+    } else if (auto *search = qobject_cast<TPesquisa *>(widget); search && event == u"FechaPesquisa"_s) {
+        connect(search, &TPesquisa::FechaPesquisa, this, callIt);
+    } else if (auto *button = qobject_cast<QAbstractButton *>(widget); button && event == u"Click"_s) {
+        connect(button, &QAbstractButton::clicked, this, [this, button, method] { clicked(button, method); });
+    } else if (auto *grid = qobject_cast<TDBGrid *>(widget); grid && event == u"DblClick"_s) {
+        connect(grid, &TDBGrid::rowChosen, this, callIt);
+    } else if (grid && event == u"TitleClick"_s) {
+        connect(grid, &TDBGrid::titleClicked, this, callIt);
+    } else if (event != u"Change"_s) {
+        m_methodsWithoutControl.append(QString::fromLatin1(method.name()));
+    } else if (auto *number = qobject_cast<TCurrencyEdit *>(widget)) {
+        connect(number, &TCurrencyEdit::valueChanged, this, callIt);
+    } else if (auto *line = qobject_cast<QLineEdit *>(widget)) {
+        connect(line, &QLineEdit::textChanged, this, callIt);
+    } else if (auto *text = qobject_cast<QPlainTextEdit *>(widget)) {
+        connect(text, &QPlainTextEdit::textChanged, this, callIt);
+    } else if (auto *choice = qobject_cast<QComboBox *>(widget)) {
+        connect(choice, &QComboBox::currentIndexChanged, this, callIt);
+    } else {
+        m_methodsWithoutControl.append(QString::fromLatin1(method.name()));
+    }
+}
+
+void TForm::call(const QMetaMethod &method)
+{
+    // Straight through the meta object's own entry, so that exceptions reach run() and not the event loop.
+    run([&] { method.invoke(this, Qt::DirectConnection); });
+}
+
+void TForm::clicked(QAbstractButton *button, const QMetaMethod &method)
+{
+    // A button pressed by its mnemonic takes the focus first, so that the field before it runs its exit.
+    if (button->focusPolicy() != Qt::NoFocus && !button->hasFocus()) {
+        QPointer<QAbstractButton> alive(button);
+        button->setFocus();
+        if (!alive || !button->hasFocus())
+            return;
+    }
+    call(method);
+}
+
+void TForm::left(QWidget *field, Qt::FocusReason reason)
+{
+    const bool windowChange =
+        reason == Qt::ActiveWindowFocusReason || reason == Qt::PopupFocusReason || reason == Qt::MenuBarFocusReason;
+    const QMetaMethod method = m_fieldEvents.value(field).exit;
+    if (windowChange || m_leaving || m_closing || !method.isValid() || !field->isEnabled() || !field->isVisible())
+        return;
+    // The focus that an exit gives back is no leaving of the field it had moved to.
+    m_leaving = true;
+    const QPointer<TForm> alive(this);
+    call(method);
+    if (alive)
+        m_leaving = false;
+}
+
+bool TForm::eventFilter(QObject *watched, QEvent *event)
+{
+    switch (event->type()) {
+    case QEvent::FocusOut:
+        if (auto *field = qobject_cast<QWidget *>(watched); field && m_fieldEvents.contains(watched)) {
+            const QPointer<QObject> alive(watched);
+            const Qt::FocusReason reason = static_cast<QFocusEvent *>(event)->reason();
+            // The control shows its own leaving first, so that the exit sees the value as it was left.
+            watched->event(event);
+            if (alive)
+                left(field, reason);
+            return true;
+        }
+        break;
+    case QEvent::FocusIn: {
+        const Qt::FocusReason reason = static_cast<QFocusEvent *>(event)->reason();
+        const QMetaMethod method = m_fieldEvents.value(watched).enter;
+        if (method.isValid() && reason != Qt::ActiveWindowFocusReason && reason != Qt::PopupFocusReason)
+            call(method);
+        break;
+    }
+    case QEvent::KeyPress:
+        if (keyPressed(watched, static_cast<QKeyEvent *>(event)))
+            return true;
+        break;
+    default:
+        break;
+    }
+    return QWidget::eventFilter(watched, event);
+}
+
+bool TForm::keyPressed(QObject *watched, QKeyEvent *event)
+{
+    if (watched != focusWidget())
+        return false;
+    bool used = false;
+    run([&] { used = FormKeyDown(event); });
+    if (used)
+        return true;
+    const QMetaMethod method = m_fieldEvents.value(watched).keyDown;
+    if (method.isValid()) {
+        event->setAccepted(false);
+        run([&] { method.invoke(this, Qt::DirectConnection, Q_ARG(QKeyEvent *, event)); });
+        if (event->isAccepted())
+            return true;
+    }
+    const bool enter = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
+    const bool plain = !(event->modifiers() & ~Qt::KeypadModifier);
+    if (!enter || !plain)
+        return false;
+    if (auto *button = qobject_cast<QAbstractButton *>(watched)) {
+        button->click();
+        return true;
+    }
+    if (!m_enterAsTab || qobject_cast<QAbstractItemView *>(watched))
+        return false;
+    Funcoes::pSetFocus(this, u'\r');
+    return true;
+}
+
+bool TForm::FormKeyDown(QKeyEvent *event)
+{
+    if (event->key() != Qt::Key_Escape || event->modifiers() != Qt::NoModifier)
+        return false;
+    for (QAbstractButton *button : findChildren<QAbstractButton *>()) {
+        if (button->property("escape").toBool() && button->isVisible() && button->isEnabled()) {
+            button->click();
+            return true;
+        }
+    }
+    return false;
+}
+
+void TForm::keyPressEvent(QKeyEvent *event)
+{
+    // While no field has the focus; with one, the key was offered to FormKeyDown before the field got it.
+    bool used = false;
+    if (hasFocus())
+        run([&] { used = FormKeyDown(event); });
+    if (!used)
+        QWidget::keyPressEvent(event);
+}
+
+void TForm::showEvent(QShowEvent *event)
+{
+    QWidget::showEvent(event);
+    if (m_shown)
+        return;
+    m_shown = true;
+    if (!focusWidget())
+        setFocus();
+    run([this] { FormShow(); });
+}
+
+void TForm::closeEvent(QCloseEvent *event)
+{
+    if (m_closing || !mayClose()) {
+        event->setAccepted(m_closing);
+        return;
+    }
+    m_closing = true;
+    run([this] { FormClose(); });
+    event->accept();
+}

@@ -1,0 +1,138 @@
+// SPDX-FileCopyrightText: The qen authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#include "module/host_services/database.h"
+
+#include <QAtomicInt>
+#include <QSqlError>
+
+using namespace Qt::StringLiterals;
+
+TTIDatabase::TTIDatabase(QObject *parent)
+    : QObject(parent)
+    , m_dialect(Dialect::of(Engine::FirebirdEmbedded))
+{
+    static QAtomicInt number;
+    m_name = u"qen%1"_s.arg(number.fetchAndAddOrdered(1));
+}
+
+TTIDatabase::~TTIDatabase()
+{
+    close();
+}
+
+void TTIDatabase::open(const ConnectionSettings &settings)
+{
+    close();
+    m_settings = settings;
+    m_dialect = Dialect::of(settings.engine);
+    QSqlDatabase connection = QSqlDatabase::addDatabase(m_dialect->driver(), m_name);
+    connection.setHostName(settings.host);
+    if (settings.port > 0)
+        connection.setPort(settings.port);
+    connection.setDatabaseName(settings.database);
+    connection.setUserName(settings.user);
+    connection.setPassword(settings.password);
+    connection.setConnectOptions(m_dialect->connectOptions());
+    connection.setNumericalPrecisionPolicy(QSql::LowPrecisionDouble);
+    if (!connection.open()) {
+        const QSqlError error = connection.lastError();
+        throw EDatabaseError(EDatabaseError::Category::Connection, error.nativeErrorCode(), error.text(), {});
+    }
+    for (const QString &statement : m_dialect->sessionStatements())
+        run(statement);
+}
+
+void TTIDatabase::close()
+{
+    if (!QSqlDatabase::contains(m_name))
+        return;
+    {
+        QSqlDatabase connection = QSqlDatabase::database(m_name, false);
+        if (m_inTransaction)
+            connection.rollback();
+        connection.close();
+    }
+    m_inTransaction = false;
+    QSqlDatabase::removeDatabase(m_name);
+}
+
+bool TTIDatabase::isOpen() const
+{
+    return QSqlDatabase::contains(m_name) && connection().isOpen();
+}
+
+QSqlQuery TTIDatabase::run(const QString &statement)
+{
+    beginIfSaving();
+    QSqlQuery query(connection());
+    const QString adapted = m_dialect->adapted(statement);
+    if (!query.exec(adapted))
+        throw failure(query.lastError(), adapted);
+    return query;
+}
+
+QVariant TTIDatabase::value(const QString &statement)
+{
+    QSqlQuery query = run(statement);
+    return query.next() ? query.value(0) : QVariant();
+}
+
+void TTIDatabase::beginIfSaving()
+{
+    if (m_saves == 0 || m_inTransaction)
+        return;
+    QSqlDatabase database = connection();
+    if (!database.transaction())
+        throw failure(database.lastError(), u"BEGIN"_s);
+    m_inTransaction = true;
+}
+
+void TTIDatabase::CommitRetaining()
+{
+    if (!m_inTransaction)
+        return;
+    QSqlDatabase database = connection();
+    if (!database.commit()) {
+        const QSqlError error = database.lastError();
+        Rollback();
+        throw failure(error, u"COMMIT"_s);
+    }
+    m_inTransaction = false;
+}
+
+void TTIDatabase::Rollback()
+{
+    if (!m_inTransaction)
+        return;
+    connection().rollback();
+    m_inTransaction = false;
+}
+
+EDatabaseError TTIDatabase::failure(const QSqlError &error, const QString &statement) const
+{
+    QString text = error.databaseText().trimmed();
+    if (text.isEmpty())
+        text = error.driverText().trimmed();
+    return {m_dialect->category(error), error.nativeErrorCode(), text, statement};
+}
+
+Save::Save(TTIDatabase &database)
+    : m_database(database)
+{
+    ++m_database.m_saves;
+}
+
+Save::~Save()
+{
+    --m_database.m_saves;
+    if (!m_committed && m_database.m_saves == 0)
+        m_database.Rollback();
+}
+
+void Save::CommitRetaining()
+{
+    if (m_database.m_saves == 1)
+        m_database.CommitRetaining();
+    m_committed = true;
+}

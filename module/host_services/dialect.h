@@ -1,0 +1,52 @@
+// SPDX-FileCopyrightText: The qen authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include "module/host_services/errors.h"
+
+#include <QStringList>
+
+#include <memory>
+
+enum class Engine { FirebirdEmbedded, FirebirdServer, PostgreSQL };
+
+/// What a column holds; each engine has its own type for it.
+enum class ColumnKind {
+    Code, ///< text compared and sorted by its characters
+    Name, ///< text for people, sorted as Portuguese readers expect
+    Number, ///< text of digits sorted as a number: after "999" comes "1000"
+    Kilograms, ///< exact, three decimals
+    Money, ///< exact, two decimals
+    Real, ///< unit prices and percentages
+    Integer,
+    Date,
+    Time,
+    Timestamp
+};
+
+/// Each difference between the engines is one function here. The statements of the program are Firebird's.
+class Dialect
+{
+public:
+    virtual ~Dialect() = default;
+    static std::unique_ptr<Dialect> of(Engine engine);
+
+    virtual QString driver() const = 0;
+    virtual QString connectOptions() const = 0;
+    /// Run once after connecting.
+    virtual QStringList sessionStatements() const = 0;
+    /// Run once in a new database, before its tables: collations and functions that the statements rely on.
+    virtual QStringList databaseStatements() const = 0;
+    /// The statement in the form that the engine takes.
+    virtual QString adapted(const QString &statement) const = 0;
+    virtual EDatabaseError::Category category(const QSqlError &error) const = 0;
+
+    virtual QString columnType(ColumnKind kind, int length) const = 0;
+    /// A statement that lists the columns (COLUNA) of one table, none when there is no such table.
+    virtual QString columnsOf(const QString &table) const = 0;
+    virtual QString addColumn(const QString &table, const QString &column, const QString &type) const = 0;
+    virtual QString createIndex(
+        const QString &index, const QString &table, const QStringList &columns, bool descending) const = 0;
+    /// A condition: the text of the column contains the literal, upper or lower case alike.
+    virtual QString contains(const QString &column, const QString &literal) const = 0;
+};

@@ -1,0 +1,131 @@
+// SPDX-FileCopyrightText: The qen authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#include "module/host_services/query.h"
+
+#include "module/host_services/database.h"
+#include "module/host_services/tabelas.h"
+
+#include <QSqlField>
+#include <QSqlRecord>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+TField::Type typeOf(const QMetaType &type)
+{
+    switch (type.id()) {
+    case QMetaType::Int:
+    case QMetaType::LongLong:
+    case QMetaType::Short:
+    case QMetaType::UInt:
+    case QMetaType::ULongLong:
+        return TField::Type::Integer;
+    case QMetaType::Double:
+    case QMetaType::Float:
+        return TField::Type::Float;
+    case QMetaType::QDate:
+        return TField::Type::Date;
+    case QMetaType::QTime:
+        return TField::Type::Time;
+    case QMetaType::QDateTime:
+        return TField::Type::DateTime;
+    default:
+        return TField::Type::Text;
+    }
+}
+
+} // namespace
+
+QVector<TField> fieldsOf(const QSqlRecord &record)
+{
+    QVector<TField> fields;
+    for (int i = 0; i < record.count(); ++i) {
+        const QSqlField column = record.field(i);
+        fields.append(TField(column.name().toUpper(), typeOf(column.metaType())));
+    }
+    return fields;
+}
+
+TSQLText &TSQLText::add(const QString &line)
+{
+    m_lines.append(line);
+    return *this;
+}
+
+TTIQuery::TTIQuery(QObject *owner)
+    : TDataSet(owner)
+    , m_database(Tabela ? Tabela->IBDatabase : nullptr)
+{
+}
+
+void TTIQuery::Open()
+{
+    QSqlQuery opened = m_database->run(SQL.text());
+    emit aboutToReset();
+    m_query = std::move(opened);
+    m_rows.clear();
+    QVector<TField> found = fieldsOf(m_query.record());
+    for (TField &described : found) {
+        if (hasField(described.name)) {
+            const TField &before = field(described.name);
+            described.title = before.title;
+            described.mask = before.mask;
+            described.visible = before.visible;
+        }
+    }
+    setFields(found);
+    m_active = true;
+    m_more = true;
+    moveTo(-1, false);
+    emit wasReset();
+    fetch(fetchSize);
+    if (m_database->inTransaction())
+        FetchAll();
+    moveTo(m_rows.isEmpty() ? -1 : 0, false);
+    emit AfterScroll();
+}
+
+void TTIQuery::Close()
+{
+    emit aboutToReset();
+    m_query = QSqlQuery();
+    m_rows.clear();
+    m_active = false;
+    m_more = false;
+    moveTo(-1, false);
+    emit wasReset();
+}
+
+int TTIQuery::ExecSQL()
+{
+    return m_database->run(SQL.text()).numRowsAffected();
+}
+
+void TTIQuery::FetchAll()
+{
+    while (m_more)
+        fetch(10 * fetchSize);
+}
+
+void TTIQuery::fetch(int atMost)
+{
+    QVector<QVector<QVariant>> fetched;
+    const int columns = int(fields().size());
+    while (fetched.size() < atMost && m_query.next()) {
+        QVector<QVariant> row(columns);
+        for (int i = 0; i < columns; ++i)
+            row[i] = m_query.value(i);
+        fetched.append(row);
+    }
+    m_more = fetched.size() == atMost;
+    if (!m_more)
+        m_query = QSqlQuery(); // ends the statement's own transaction
+    if (fetched.isEmpty())
+        return;
+    const int first = int(m_rows.size());
+    emit rowsAboutToBeInserted(first, first + int(fetched.size()) - 1);
+    m_rows += fetched;
+    emit rowsInserted();
+}

@@ -1,0 +1,65 @@
+// SPDX-FileCopyrightText: The qen authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include "module/host_services/dataset.h"
+
+#include <QSqlQuery>
+#include <QStringList>
+
+class TTIDatabase;
+class QSqlRecord;
+
+/// Fields for the columns of a result.
+QVector<TField> fieldsOf(const QSqlRecord &record);
+
+/// The lines of a statement, put together piece by piece.
+class TSQLText
+{
+public:
+    void clear() { m_lines.clear(); }
+    TSQLText &add(const QString &line);
+    QString text() const { return m_lines.join(u'\n'); }
+
+private:
+    QStringList m_lines;
+};
+
+/// A statement and, for a select, its rows; they are fetched as they are asked for.
+///
+/// Rows that were opened within a save are fetched whole, because its commit ends their cursor.
+class TTIQuery : public TDataSet
+{
+    Q_OBJECT
+
+public:
+    explicit TTIQuery(QObject *owner = nullptr);
+
+    void SetDatabase(TTIDatabase *database) { m_database = database; }
+    TSQLText SQL;
+
+    /// Runs a select and stands on its first row. Throws EDatabaseError. Titles and masks that fields of the same
+    /// names had before are kept.
+    void Open();
+    void Close();
+    bool Active() const { return m_active; }
+    /// Runs a change and gives the number of rows that it met. Throws EDatabaseError.
+    int ExecSQL();
+    void FetchAll();
+
+    int rowCount() const override { return int(m_rows.size()); }
+    QVariant cell(int row, int fieldIndex) const override { return m_rows[row][fieldIndex]; }
+    bool canFetchMore() const override { return m_more; }
+    void fetchMore() override { fetch(fetchSize); }
+
+    static constexpr int fetchSize = 200;
+
+private:
+    void fetch(int atMost);
+
+    TTIDatabase *m_database;
+    QSqlQuery m_query;
+    QVector<QVector<QVariant>> m_rows;
+    bool m_active = false;
+    bool m_more = false;
+};

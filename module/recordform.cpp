@@ -1,0 +1,189 @@
+// SPDX-FileCopyrightText: The qen authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#include "module/recordform.h"
+
+#include "module/databinding.h"
+#include "module/host_services/busy.h"
+#include "module/host_services/database.h"
+#include "module/host_services/funcoes.h"
+#include "module/host_services/table.h"
+#include "module/messages.h"
+#include "module/recordbar.h"
+
+#include <QKeyEvent>
+
+using namespace Qt::StringLiterals;
+
+TRecordForm::TRecordForm() = default;
+
+void TRecordForm::openTable(TTITable *table, const QString &logicalName, const QString &key)
+{
+    m_table = table;
+    m_bars = findChild<RecordBar *>(u"Barras"_s);
+    m_panel = findChild<QWidget *>(u"PainelDados"_s);
+    m_binding = new DataBinding(table, this);
+    table->setTableName(Funcoes::DBLocal(logicalName, true));
+    table->setIndexFieldNames(key);
+    table->Open();
+    table->Last();
+    Bar_Confirma(false);
+}
+
+bool TRecordForm::isEditing() const
+{
+    return m_table && m_table->isEditing();
+}
+
+void TRecordForm::Bar_Confirma(bool editing)
+{
+    m_panel->setEnabled(editing);
+    m_bars->showConfirmation(editing);
+}
+
+void TRecordForm::btnincluirClick()
+{
+    if (isEditing() || !Funcoes::Acessa(className(), u'A', u"0"_s, {}))
+        return;
+    m_table->Append();
+    newRecord();
+    Bar_Confirma(true);
+    firstField(true)->setFocus();
+}
+
+void TRecordForm::BtnAlteraClick()
+{
+    if (isEditing() || m_table->IsEmpty() || !Funcoes::Acessa(className(), u'A', u"0"_s, {}))
+        return;
+    Bar_Confirma(true);
+    m_table->Edit();
+    startEdit();
+    firstField(false)->setFocus();
+    showDerived();
+}
+
+void TRecordForm::BtExcluirClick()
+{
+    if (isEditing() || m_table->IsEmpty() || !Funcoes::Acessa(className(), u'E', u"0"_s, {}))
+        return;
+    if (!mayDelete() || !Messages::askDelete(this))
+        return;
+    const QString number = recordNumber();
+    const LogTexts texts = logTexts();
+    Save save(database());
+    deleteDependents();
+    m_table->Delete();
+    save.CommitRetaining();
+    Funcoes::GeraLog(texts.label, texts.deleted + number, olExclusao, number);
+    showDerived();
+}
+
+void TRecordForm::SbConsultaClick()
+{
+    if (!isEditing())
+        search();
+}
+
+void TRecordForm::BtnImprimirClick()
+{
+    if (!isEditing() && !m_table->IsEmpty())
+        print();
+}
+
+void TRecordForm::BtSaidaClick()
+{
+    close();
+}
+
+void TRecordForm::SbConfirmarClick()
+{
+    if (!isEditing())
+        return;
+    const Busy busy(this);
+    if (!Valida_Dados())
+        return;
+    save();
+    m_table->Refresh();
+    Bar_Confirma(false);
+    showDerived();
+}
+
+void TRecordForm::save()
+{
+    const bool inserting = m_table->state() == TTITable::State::Insert;
+    const QString number = recordNumber();
+    const LogTexts texts = logTexts();
+    try {
+        Save save(database());
+        Funcoes::GeraLog(texts.label, (inserting ? texts.inserted : texts.changed) + number,
+            inserting ? olInclusao : olAlteracao, number);
+        m_table->Post();
+        writeDependents();
+        save.CommitRetaining();
+    } catch (...) {
+        m_table->UndoPost();
+        throw;
+    }
+}
+
+void TRecordForm::SbDesistirClick()
+{
+    if (!isEditing())
+        return;
+    Bar_Confirma(false);
+    m_table->Cancel();
+    showDerived();
+}
+
+void TRecordForm::move(void (TTITable::*step)())
+{
+    if (isEditing())
+        return;
+    (m_table->*step)();
+    showDerived();
+}
+
+void TRecordForm::sbPrimeiroClick()
+{
+    move(&TTITable::First);
+}
+
+void TRecordForm::sbAnteriorClick()
+{
+    move(&TTITable::Prior);
+}
+
+void TRecordForm::sbProximoClick()
+{
+    move(&TTITable::Next);
+}
+
+void TRecordForm::sbUltimoClick()
+{
+    move(&TTITable::Last);
+}
+
+bool TRecordForm::FormKeyDown(QKeyEvent *event)
+{
+    const bool control = event->modifiers() == Qt::ControlModifier;
+    if (isEditing() || (event->modifiers() != Qt::NoModifier && !control))
+        return TForm::FormKeyDown(event);
+    if (event->key() == Qt::Key_PageUp && !control)
+        sbAnteriorClick();
+    else if (event->key() == Qt::Key_PageDown && !control)
+        sbProximoClick();
+    else if (event->key() == Qt::Key_Home && control)
+        sbPrimeiroClick();
+    else if (event->key() == Qt::Key_End && control)
+        sbUltimoClick();
+    else if (event->key() == Qt::Key_F4 && !control)
+        SbConsultaClick();
+    else
+        return TForm::FormKeyDown(event);
+    return true;
+}
+
+bool TRecordForm::mayClose()
+{
+    return !isEditing() || Messages::ask(this, u"O registro está em edição. Deseja abandonar as alterações?"_s);
+}

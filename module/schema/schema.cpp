@@ -1,0 +1,171 @@
+// SPDX-FileCopyrightText: The qen authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#include "module/schema/schema.h"
+
+#include "module/host_services/clock.h"
+#include "module/host_services/database.h"
+#include "module/host_services/format.h"
+#include "module/host_services/sqltext.h"
+#include "module/schema/tables.h"
+
+using namespace Qt::StringLiterals;
+
+namespace Schema {
+
+namespace {
+
+QString physicalName(const Table &table, int company)
+{
+    return table.perCompany ? u"%1_%2"_s.arg(table.name, QString::number(company).rightJustified(3, u'0')) : table.name;
+}
+
+QString columnText(const Dialect &dialect, const Table &table, const Column &column)
+{
+    const QString type = dialect.columnType(column.kind, column.length);
+    if (!table.key.contains(column.name))
+        return u"%1 %2"_s.arg(column.name, type);
+    // NOT NULL stands before COLLATE on Firebird, and either way on PostgreSQL.
+    const qsizetype collate = type.indexOf(u" COLLATE"_s);
+    return collate < 0 ? u"%1 %2 NOT NULL"_s.arg(column.name, type)
+                       : u"%1 %2 NOT NULL%3"_s.arg(column.name, type.left(collate), type.mid(collate));
+}
+
+} // namespace
+
+Builder::Builder(TTIDatabase &database)
+    : Builder(database, allTables(), upgradeSteps())
+{
+}
+
+Builder::Builder(TTIDatabase &database, const QVector<Table> &tables, const QVector<Step> &steps)
+    : m_database(database)
+    , m_tables(tables)
+    , m_steps(steps)
+{
+}
+
+QStringList Builder::columnsOf(const QString &physical) const
+{
+    QStringList names;
+    QSqlQuery query = m_database.run(m_database.dialect().columnsOf(physical));
+    while (query.next())
+        names.append(query.value(0).toString().trimmed());
+    return names;
+}
+
+int Builder::version() const
+{
+    if (columnsOf(u"QEN_ESQUEMA"_s).isEmpty())
+        return 0;
+    return m_database.value(u"SELECT MAX(VERSAO) FROM QEN_ESQUEMA"_s).toInt();
+}
+
+void Builder::upgrade()
+{
+    const int found = version();
+    if (found > currentVersion()) {
+        throw EQen(u"Este banco de dados é de uma versão mais nova do programa. Atualize o programa."_s,
+            u"%1: esquema %2, programa %3"_s.arg(m_database.settings().database).arg(found).arg(currentVersion()));
+    }
+    if (found == currentVersion())
+        return;
+    if (found == 0)
+        createDatabaseObjects();
+    createTables(0);
+    const QList<int> numbers = companies();
+    for (const int company : numbers)
+        createTables(company);
+    for (const Step &step : m_steps) {
+        if (step.version <= found)
+            continue;
+        // The version is written with its step, so that an upgrade that was cut short is taken up where it stopped.
+        Save save(m_database);
+        for (const int company : numbers)
+            runStep(step, company);
+        m_database.run(u"INSERT INTO QEN_ESQUEMA (VERSAO, MOMENTO) VALUES (%1, '%2 %3')"_s.arg(step.version)
+                           .arg(Format::sqlDate(Clock::today()), Clock::now().time().toString(u"HH:mm:ss"_s)));
+        save.CommitRetaining();
+    }
+}
+
+void Builder::runStep(const Step &step, int company)
+{
+    for (const QString &statement : step.statements) {
+        m_database.run(SqlText::withTables(statement, [&](const QString &name) {
+            return u"%1_%2"_s.arg(name, QString::number(company).rightJustified(3, u'0'));
+        }));
+    }
+}
+
+void Builder::createCompany(int number, const QString &name)
+{
+    createTables(number);
+    if (!companies().contains(number)) {
+        m_database.run(u"INSERT INTO QEN_EMPRESA (NUMERO, NOME, ATIVO) VALUES (%1, %2, 'S')"_s.arg(number).arg(
+            SqlText::quoted(name)));
+    }
+}
+
+QList<int> Builder::companies() const
+{
+    QList<int> numbers;
+    QSqlQuery query = m_database.run(u"SELECT NUMERO FROM QEN_EMPRESA ORDER BY NUMERO"_s);
+    while (query.next())
+        numbers.append(query.value(0).toInt());
+    return numbers;
+}
+
+void Builder::createDatabaseObjects()
+{
+    for (const QString &statement : m_database.dialect().databaseStatements()) {
+        try {
+            m_database.run(statement);
+        } catch (const EDatabaseError &error) {
+            // A creation that was cut short left it behind.
+            if (!error.details().contains(u"exists"_s, Qt::CaseInsensitive))
+                throw;
+        }
+    }
+}
+
+void Builder::createTables(int company)
+{
+    for (const Table &table : m_tables) {
+        if (table.perCompany != (company > 0))
+            continue;
+        const QString physical = physicalName(table, company);
+        const QStringList present = columnsOf(physical);
+        if (present.isEmpty())
+            createTable(table, physical);
+        else
+            addMissingColumns(table, physical, present);
+    }
+}
+
+void Builder::createTable(const Table &table, const QString &physical)
+{
+    const Dialect &dialect = m_database.dialect();
+    QStringList parts;
+    for (const Column &column : table.columns)
+        parts.append(columnText(dialect, table, column));
+    if (!table.key.isEmpty())
+        parts.append(u"PRIMARY KEY (%1)"_s.arg(table.key.join(u", "_s)));
+    m_database.run(u"CREATE TABLE %1 (%2)"_s.arg(physical, parts.join(u", "_s)));
+    for (qsizetype i = 0; i < table.indexes.size(); ++i) {
+        const Index &index = table.indexes[i];
+        m_database.run(
+            dialect.createIndex(u"I%1_%2"_s.arg(i + 1).arg(physical), physical, index.columns, index.descending));
+    }
+}
+
+void Builder::addMissingColumns(const Table &table, const QString &physical, const QStringList &present)
+{
+    const Dialect &dialect = m_database.dialect();
+    for (const Column &column : table.columns) {
+        if (!present.contains(column.name))
+            m_database.run(dialect.addColumn(physical, column.name, dialect.columnType(column.kind, column.length)));
+    }
+}
+
+} // namespace Schema

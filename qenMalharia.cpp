@@ -1,0 +1,29 @@
+// SPDX-FileCopyrightText: The qen authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+// The knitting-mill module's package file: its units, in the order in which they start.
+
+#include "module/package.h"
+
+namespace {
+
+Package &package()
+{
+    static Package units({});
+    return units;
+}
+
+} // namespace
+
+extern "C" {
+
+/// Runs when the package is loaded, and again for each load of the same process.
+Q_DECL_EXPORT void qenMalharia_initialize()
+{
+    package().initialize();
+}
+
+Q_DECL_EXPORT void qenMalharia_finalize()
+{
+    package().finalize();
+}
+}
