@@ -1,0 +1,245 @@
+// SPDX-FileCopyrightText: The qen authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "module/host_services/comport.h"
+
+#include "module/host_services/comportdialog.h"
+#include "module/host_services/scaleframe.h"
+
+#include <QEventLoop>
+#include <QPointer>
+#include <QRegularExpression>
+#include <QScopedValueRollback>
+#include <QSettings>
+#include <QTimer>
+
+#include <algorithm>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr int settleMs = 50;
+constexpr int shortestWaitMs = 200;
+constexpr int longestWaitMs = 10000;
+
+bool anyPortWaits = false;
+
+QString reasonOf(const QSerialPort &port)
+{
+    switch (port.error()) {
+    case QSerialPort::DeviceNotFoundError:
+        return u"a porta não existe neste computador."_s;
+    case QSerialPort::PermissionError:
+        return u"sem permissão, ou em uso por outro programa."_s;
+    case QSerialPort::UnsupportedOperationError:
+        return u"a porta não aceita esta configuração."_s;
+    case QSerialPort::ResourceError:
+        return u"a porta deixou de responder."_s;
+    default:
+        return u"erro do sistema."_s;
+    }
+}
+
+/// A number of the store, when it is one of `allowed`.
+template <typename T>
+void loadChoice(const QSettings &store, const QString &name, std::initializer_list<T> allowed, T &into)
+{
+    bool isNumber = false;
+    const int value = store.value(name).toInt(&isNumber);
+    for (const T choice : allowed)
+        if (isNumber && value == int(choice))
+            into = choice;
+}
+
+} // namespace
+
+QString ComPortSettings::deviceName() const
+{
+#ifdef Q_OS_LINUX
+    static const QRegularExpression dosName(u"^COM([1-9][0-9]?)$"_s, QRegularExpression::CaseInsensitiveOption);
+    if (const auto match = dosName.match(port); match.hasMatch())
+        return u"/dev/ttyS"_s + QString::number(match.captured(1).toInt() - 1);
+#endif
+    return port;
+}
+
+TCustomComPort::TCustomComPort(QObject *parent)
+    : QObject(parent)
+{
+    connect(&m_port, &QSerialPort::readyRead, this, &TCustomComPort::drain);
+}
+
+TCustomComPort::~TCustomComPort()
+{
+    Close();
+}
+
+void TCustomComPort::SetSettings(const ComPortSettings &settings)
+{
+    m_settings = settings;
+    m_settings.waitMs = std::clamp(settings.waitMs, shortestWaitMs, longestWaitMs);
+}
+
+void TCustomComPort::Open()
+{
+    if (anyPortWaits)
+        throw EComPort(u"A balança já está sendo lida."_s);
+    Close();
+    m_port.setPortName(m_settings.deviceName());
+    m_port.setBaudRate(m_settings.baudRate);
+    m_port.setDataBits(m_settings.dataBits);
+    m_port.setParity(m_settings.parity);
+    m_port.setStopBits(m_settings.stopBits);
+    m_port.setFlowControl(m_settings.flowControl);
+    if (!m_port.open(QIODevice::ReadWrite))
+        fail();
+    // Lines that a pseudo-terminal and some adapters do not have.
+    m_port.setDataTerminalReady(false);
+    if (m_settings.flowControl != QSerialPort::HardwareControl)
+        m_port.setRequestToSend(false);
+    m_port.clearError();
+    beginListening();
+}
+
+void TCustomComPort::Close()
+{
+    if (m_port.isOpen())
+        m_port.close();
+    m_received.clear();
+}
+
+bool TCustomComPort::Connected() const
+{
+    return m_port.isOpen();
+}
+
+bool TCustomComPort::Waiting()
+{
+    return anyPortWaits;
+}
+
+bool TCustomComPort::WaitForReading()
+{
+    if (anyPortWaits)
+        return false;
+    if (!m_port.isOpen())
+        throw EComPort(u"A porta %1 da balança não está aberta."_s.arg(m_settings.port));
+    const QScopedValueRollback waits(anyPortWaits, true);
+    const QPointer<TCustomComPort> self(this);
+    QEventLoop loop;
+    QTimer::singleShot(m_settings.waitMs, &loop, &QEventLoop::quit);
+    QTimer::singleShot(settleMs, &loop, [this, self] {
+        if (!self || !m_port.isOpen())
+            return;
+        drain();
+        // A scale that was asked begins its answer with a whole frame.
+        const bool isAnswer = !m_settings.request.isEmpty();
+        const bool wasSilent = m_received.isEmpty();
+        beginListening();
+        m_startsAtBoundary = isAnswer || wasSilent;
+        if (isAnswer)
+            m_port.write(m_settings.request);
+    });
+    connect(&m_port, &QSerialPort::errorOccurred, &loop, [&loop](QSerialPort::SerialPortError error) {
+        if (error == QSerialPort::ResourceError)
+            loop.quit();
+    });
+    connect(&m_port, &QSerialPort::aboutToClose, &loop, &QEventLoop::quit);
+    connect(this, &QObject::destroyed, &loop, &QEventLoop::quit);
+    loop.exec(QEventLoop::ExcludeUserInputEvents);
+    if (!self || !m_port.isOpen())
+        return false;
+    if (m_port.error() == QSerialPort::ResourceError)
+        fail();
+    return true;
+}
+
+QString TCustomComPort::ReadStr(int maxCharacters)
+{
+    drain();
+    return QString::fromLatin1(lastWholeFrames(m_received, maxCharacters, m_startsAtBoundary));
+}
+
+QByteArray TCustomComPort::ReceivedBytes()
+{
+    drain();
+    return m_received;
+}
+
+void TCustomComPort::LoadSettings(QSettings &store, const QString &key)
+{
+    ComPortSettings settings;
+    store.beginGroup(key);
+    if (const QString port = store.value(u"Porta"_s).toString().trimmed(); !port.isEmpty())
+        settings.port = port;
+    if (const qint32 baudRate = store.value(u"BaudRate"_s).toInt(); baudRate > 0)
+        settings.baudRate = baudRate;
+    loadChoice(store, u"DataBits"_s, {QSerialPort::Data7, QSerialPort::Data8}, settings.dataBits);
+    loadChoice(store, u"Paridade"_s,
+        {QSerialPort::NoParity, QSerialPort::EvenParity, QSerialPort::OddParity, QSerialPort::MarkParity,
+            QSerialPort::SpaceParity},
+        settings.parity);
+    loadChoice(store, u"StopBits"_s, {QSerialPort::OneStop, QSerialPort::TwoStop}, settings.stopBits);
+    loadChoice(store, u"ControleFluxo"_s,
+        {QSerialPort::NoFlowControl, QSerialPort::HardwareControl, QSerialPort::SoftwareControl}, settings.flowControl);
+    if (const int waitMs = store.value(u"Espera"_s).toInt(); waitMs > 0)
+        settings.waitMs = waitMs;
+    settings.request = QByteArray::fromHex(store.value(u"Pedido"_s).toString().toLatin1());
+    store.endGroup();
+    SetSettings(settings);
+}
+
+void TCustomComPort::StoreSettings(QSettings &store, const QString &key) const
+{
+    store.beginGroup(key);
+    store.setValue(u"Porta"_s, m_settings.port);
+    store.setValue(u"BaudRate"_s, m_settings.baudRate);
+    store.setValue(u"DataBits"_s, int(m_settings.dataBits));
+    store.setValue(u"Paridade"_s, int(m_settings.parity));
+    store.setValue(u"StopBits"_s, int(m_settings.stopBits));
+    store.setValue(u"ControleFluxo"_s, int(m_settings.flowControl));
+    store.setValue(u"Espera"_s, m_settings.waitMs);
+    store.setValue(u"Pedido"_s, QString::fromLatin1(m_settings.request.toHex(' ')));
+    store.endGroup();
+}
+
+bool TCustomComPort::ShowSetupDialog(QWidget *parent)
+{
+    Close();
+    ComPortDialog dialog(m_settings, parent);
+    if (dialog.exec() != QDialog::Accepted)
+        return false;
+    SetSettings(dialog.settings());
+    return true;
+}
+
+void TCustomComPort::drain()
+{
+    if (!m_port.isOpen())
+        return;
+    m_received += m_port.readAll();
+    if (m_received.size() > maxScaleStream) {
+        m_received = m_received.right(maxScaleStream);
+        m_startsAtBoundary = false;
+    }
+}
+
+/// Forgets what came so far.
+void TCustomComPort::beginListening()
+{
+    m_port.clear(QSerialPort::Input);
+    m_received.clear();
+    m_startsAtBoundary = false;
+}
+
+/// Closes the port and says which one it was and why.
+void TCustomComPort::fail()
+{
+    const QString reason = reasonOf(m_port);
+    const QString details = m_port.errorString();
+    const bool wasOpen = m_port.isOpen();
+    Close();
+    const QString sentence = wasOpen ? u"Não foi possível ler a porta %1 da balança: %2"_s
+                                     : u"Não foi possível abrir a porta %1 da balança: %2"_s;
+    throw EComPort(sentence.arg(m_settings.port, reason), details);
+}
