@@ -7,6 +7,7 @@
 
 #include <QApplication>
 #include <QCursor>
+#include <QDir>
 #include <QElapsedTimer>
 #include <QLabel>
 #include <QLineEdit>
@@ -108,6 +109,7 @@ private slots:
     void theTestButtonShowsTheReading_data();
     void theTestButtonShowsTheReading();
     void theTestButtonNamesAnAbsentPort();
+    void scalesAndPortsLeaveNoFileOpen();
 
 private:
     std::unique_ptr<SimulatedScale> m_scale;
@@ -536,6 +538,22 @@ void TestComPort::theTestButtonNamesAnAbsentPort()
     ComPortDialog dialog(settings);
     dialog.findChild<QPushButton *>(u"btnTestar"_s)->click();
     QVERIFY(dialog.findChild<QLabel *>(u"lbMensagem"_s)->text().contains(u"a porta COM99 da balança"_s));
+}
+
+void TestComPort::scalesAndPortsLeaveNoFileOpen()
+{
+    const auto openFiles = [] {
+        return QDir(u"/proc/self/fd"_s).entryList(QDir::NoDotAndDotDot | QDir::AllEntries | QDir::System).size();
+    };
+    const auto before = openFiles();
+    for (int round = 0; round < 100; ++round) {
+        SimulatedScale scale;
+        TCustomComPort port;
+        port.SetSettings(settingsFor(scale));
+        port.Open();
+        QVERIFY(openFiles() > before);
+    }
+    QCOMPARE(openFiles(), before);
 }
 
 QTEST_MAIN(TestComPort)
