@@ -1,0 +1,148 @@
+// SPDX-FileCopyrightText: The qen authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#include "tests/support/teststation.h"
+
+#include "module/form.h"
+#include "module/host_services/clock.h"
+
+#include <QAbstractButton>
+#include <QApplication>
+#include <QLabel>
+#include <QLibrary>
+#include <QLineEdit>
+#include <QLocale>
+#include <QPlainTextEdit>
+#include <QTest>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+void runOfPackage(const char *function)
+{
+    static QLibrary library(QString::fromUtf8(QEN_MODULE_FILE));
+    using Function = void (*)();
+    if (const auto resolved = reinterpret_cast<Function>(library.resolve(function)))
+        resolved();
+    else
+        qFatal("%s", qPrintable(library.errorString()));
+}
+
+} // namespace
+
+TestStation::Home::Home()
+{
+    qputenv("XDG_DATA_HOME", folder.filePath(u"data"_s).toUtf8());
+    qputenv("XDG_CONFIG_HOME", folder.filePath(u"config"_s).toUtf8());
+}
+
+TestStation::TestStation(const QString &engine, const QString &user, int company)
+    : m_settings(m_home.folder.filePath(u"qen.ini"_s), QSettings::IniFormat)
+    , database(engine)
+    , host(m_settings)
+{
+    QLocale::setDefault(QLocale(QLocale::Portuguese, QLocale::Brazil));
+    Clock::pin(QDateTime(QDate(2026, 3, 10), QTime(10, 30)));
+    database.addCommonData();
+    tabela.IBDatabase->open(database.settings());
+    host.login(user, company);
+    runOfPackage("qenMalharia_initialize");
+}
+
+TestStation::~TestStation()
+{
+    const QWidgetList windows = QApplication::topLevelWidgets();
+    for (QWidget *window : windows) {
+        if (qobject_cast<TForm *>(window))
+            delete window;
+    }
+    runOfPackage("qenMalharia_finalize");
+    Clock::pin({});
+}
+
+QWidget *TestStation::open(const QString &className)
+{
+    m_form = host.loadForm(u"qenMalharia"_s, className, false, true);
+    if (!m_form)
+        fail(u"There is no screen %1"_s.arg(className));
+    m_form->activateWindow();
+    if (!QTest::qWaitForWindowActive(m_form))
+        fail(u"%1 does not come up"_s.arg(className));
+    return m_form;
+}
+
+void TestStation::closeForm()
+{
+    if (!m_form)
+        return;
+    m_form->close();
+    if (!QTest::qWaitFor([this] { return m_form.isNull(); }))
+        fail(u"The screen does not close"_s);
+}
+
+void TestStation::type(const QString &name, const QString &text)
+{
+    auto *field = child(name);
+    if (!field->isEnabled() || !field->isVisible())
+        fail(u"Nothing can be typed in %1"_s.arg(name));
+    if (!field->hasFocus())
+        field->setFocus(Qt::TabFocusReason);
+    if (!field->hasFocus())
+        fail(u"%1 does not get the focus; %2 has it"_s.arg(name, focus()));
+    QTest::keyClick(field, Qt::Key_A, Qt::ControlModifier);
+    if (text.isEmpty())
+        QTest::keyClick(field, Qt::Key_Delete);
+    QTest::keyClicks(field, text);
+}
+
+void TestStation::enter(const QString &name, const QString &text)
+{
+    type(name, text);
+    QTest::keyClick(child(name), Qt::Key_Tab);
+}
+
+void TestStation::click(const QString &name)
+{
+    auto *button = child(name);
+    if (!button->isEnabled() || !button->isVisible())
+        fail(u"%1 cannot be clicked"_s.arg(name));
+    QTest::mouseClick(button, Qt::LeftButton);
+}
+
+void TestStation::key(Qt::Key key, Qt::KeyboardModifiers modifiers)
+{
+    QWidget *target = QApplication::focusWidget();
+    QTest::keyClick(target ? target : m_form.data(), key, modifiers);
+}
+
+QString TestStation::text(const QString &name) const
+{
+    const QWidget *widget = child(name);
+    if (const auto *line = qobject_cast<const QLineEdit *>(widget))
+        return line->text();
+    if (const auto *plain = qobject_cast<const QPlainTextEdit *>(widget))
+        return plain->toPlainText();
+    if (const auto *label = qobject_cast<const QLabel *>(widget))
+        return label->text();
+    if (const auto *button = qobject_cast<const QAbstractButton *>(widget))
+        return button->text();
+    fail(u"%1 shows no text"_s.arg(name));
+}
+
+QString TestStation::focus() const
+{
+    const QWidget *widget = QApplication::focusWidget();
+    return widget ? widget->objectName() : QString();
+}
+
+QWidget *TestStation::findChild(const QString &name) const
+{
+    return m_form ? m_form->findChild<QWidget *>(name) : nullptr;
+}
+
+void TestStation::fail(const QString &message)
+{
+    QTest::qFail(qPrintable(message), __FILE__, __LINE__);
+    throw std::runtime_error(message.toStdString());
+}
