@@ -24,11 +24,12 @@ QString checkedName(const QString &name)
     return name.trimmed().toUpper();
 }
 
-/// "A = 'a' AND B = 'b'". A value that is no literal is quoted.
+/// "A = 'a' AND B = 'b'". A value that is no literal is quoted, digits too: the engines compare a quoted number with a
+/// column of numbers, but not a bare one with a column of codes.
 QString conditions(const QString &fields, const QString &values, QChar separator)
 {
     const QStringList names = SqlText::split(fields, separator);
-    const QStringList literals = SqlText::split(values, separator);
+    const QStringList literals = names.size() == 1 ? QStringList{values.trimmed()} : SqlText::split(values, separator);
     if (names.size() != literals.size())
         throw EProgramming(u"Chave incompleta: %1."_s.arg(fields));
     QStringList terms;

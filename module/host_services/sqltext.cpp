@@ -47,7 +47,7 @@ QString number(double value)
 
 bool isLiteral(const QString &text)
 {
-    static const QRegularExpression pattern(u"\\A(?:'(?:[^']|'')*'|-?[0-9]+(?:\\.[0-9]+)?)\\z"_s);
+    static const QRegularExpression pattern(u"\\A'(?:[^']|'')*'\\z"_s);
     return pattern.match(text).hasMatch();
 }
 
@@ -93,23 +93,34 @@ QString withTables(const QString &statement, const std::function<QString(const Q
 QString withoutAliasInSet(const QString &statement)
 {
     static const QRegularExpression update(
-        u"\\A\\s*UPDATE\\s+\\w+\\s+(\\w+)\\s+SET\\s"_s, QRegularExpression::CaseInsensitiveOption);
+        u"\\A\\s*UPDATE\\s+\\w+\\s+(?:AS\\s+)?(\\w+)\\s+SET\\s"_s, QRegularExpression::CaseInsensitiveOption);
     const QRegularExpressionMatch head = update.match(statement);
     if (!head.hasMatch())
         return statement;
-    // The alias is taken away only where a column is set: right after SET or a comma, before "=".
-    const QRegularExpression column(
-        u"(\\bSET\\s+|,\\s*)%1\\.(\\w+\\s*=)"_s.arg(head.captured(1)), QRegularExpression::CaseInsensitiveOption);
+    // The alias is taken away only where a column is set: right after SET or a comma, before "=". What stands in
+    // parentheses, a select with its own condition say, is passed over.
+    const QRegularExpression token(u"[()]|\\bWHERE\\b|(\\bSET\\s+|,\\s*)%1\\.(?=\\w+\\s*=)"_s.arg(head.captured(1)),
+        QRegularExpression::CaseInsensitiveOption);
+    int depth = 0;
     bool beforeWhere = true;
-    static const QRegularExpression where(u"\\bWHERE\\b"_s, QRegularExpression::CaseInsensitiveOption);
     return outsideLiterals(statement, [&](const QString &piece) {
-        if (!beforeWhere)
-            return piece;
-        const qsizetype end = piece.indexOf(where);
-        beforeWhere = end < 0;
-        QString set = beforeWhere ? piece : piece.left(end);
-        set.replace(column, u"\\1\\2"_s);
-        return beforeWhere ? set : set + piece.mid(end);
+        QString result;
+        qsizetype from = 0;
+        auto matches = token.globalMatch(piece);
+        while (matches.hasNext()) {
+            const QRegularExpressionMatch match = matches.next();
+            if (match.captured() == u"("_s) {
+                ++depth;
+            } else if (match.captured() == u")"_s) {
+                --depth;
+            } else if (depth == 0 && match.captured(1).isEmpty()) {
+                beforeWhere = false;
+            } else if (depth == 0 && beforeWhere) {
+                result += piece.mid(from, match.capturedStart() - from) + match.captured(1);
+                from = match.capturedEnd();
+            }
+        }
+        return result + piece.mid(from);
     });
 }
 

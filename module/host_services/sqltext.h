@@ -17,7 +17,7 @@ QString quoted(const QString &value);
 /// Throws EProgramming for infinity and not-a-number.
 QString number(double value);
 
-/// True for a whole literal: a quoted text or a plain number.
+/// True for one whole quoted literal.
 bool isLiteral(const QString &text);
 
 /// True for the plain name of a table or column; what is no name never gets into a statement.
