@@ -70,8 +70,7 @@ void QenHost::login(const QString &user, int company)
         if (seen.number != company)
             continue;
         m_account = *account;
-        m_company = company;
-        m_companyName = seen.name;
+        m_company = seen;
         return;
     }
     throw EQen(u"O usuário \"%1\" não tem acesso à empresa %2."_s.arg(account->user, QString::number(company)));
@@ -80,8 +79,7 @@ void QenHost::login(const QString &user, int company)
 void QenHost::logout()
 {
     m_account = {};
-    m_company = 0;
-    m_companyName.clear();
+    m_company = {};
 }
 
 QList<int> QenHost::visibleCompanies() const
@@ -90,8 +88,8 @@ QList<int> QenHost::visibleCompanies() const
     for (const Company &company : Session(database()).companies(m_account))
         numbers.append(company.number);
     // It may have been closed to the user since he came in.
-    if (m_company > 0 && !numbers.contains(m_company))
-        numbers.append(m_company);
+    if (company() > 0 && !numbers.contains(company()))
+        numbers.append(company());
     std::sort(numbers.begin(), numbers.end());
     return numbers;
 }
@@ -110,7 +108,7 @@ QString QenHost::parameter(const QString &module, int number)
 {
     return database()
         .value(u"SELECT VALOR FROM QEN_PARAMETRO WHERE EMPRESA = %1 AND MODULO = %2 AND NUMERO = %3"_s.arg(
-            QString::number(m_company), SqlText::quoted(module), QString::number(number)))
+            QString::number(company()), SqlText::quoted(module), QString::number(number)))
         .toString()
         .trimmed();
 }
@@ -120,7 +118,7 @@ void QenHost::writeLog(const QString &label, const QString &text, TOperacaoLog k
     const QDateTime now = Clock::now();
     const QString moment = Format::sqlDate(now.date()) + now.time().toString(u" HH:mm:ss.zzz"_s);
     database().run(u"INSERT INTO QEN_LOG (MOMENTO, EMPRESA, USUARIO, ROTULO, TEXTO, OPERACAO, CHAVE) "
-                   "VALUES (%1, %2, %3, %4, %5, %6, %7)"_s.arg(SqlText::quoted(moment), QString::number(m_company),
+                   "VALUES (%1, %2, %3, %4, %5, %6, %7)"_s.arg(SqlText::quoted(moment), QString::number(company()),
                        SqlText::quoted(m_account.user), SqlText::quoted(label.left(30)),
                        SqlText::quoted(text.left(250)), QString::number(int(kind)), SqlText::quoted(key.left(60))));
 }
@@ -165,7 +163,7 @@ QWidget *QenHost::bringToFront(QWidget *form) const
 
 void QenHost::runReport(const ReportCall &call)
 {
-    RecordedReport report{call.name, call.kind, {}, {}};
+    RecordedReport report{call.name, call.kind, {}, {}, printerOf(call.name)};
     QStringList parts;
     for (const auto &[name, dataSet] : call.dataSets) {
         report.dataSets.append(name);
@@ -173,8 +171,14 @@ void QenHost::runReport(const ReportCall &call)
         parts.append(u"%1: %2"_s.arg(name, QString::number(report.rowCounts.last())));
     }
     m_reports.append(report);
-    m_log.write(u"report %1 (%2), rows %3"_s.arg(
-        call.name, call.kind == ReportCall::Kind::Text ? u"text"_s : u"graphic"_s, parts.join(u", "_s)));
+    m_log.write(u"report %1 (%2) for printer \"%3\", rows %4"_s.arg(call.name,
+        call.kind == ReportCall::Kind::Text ? u"text"_s : u"graphic"_s, report.printer, parts.join(u", "_s)));
+}
+
+QString QenHost::printerOf(const QString &layout) const
+{
+    const QString own = m_settings.value(u"Impressoras/"_s + layout).toString();
+    return own.isEmpty() ? m_settings.value(u"Impressoras/padrao"_s).toString() : own;
 }
 
 QString QenHost::findFile(const QString &code, const QString &folder, TTipo)
@@ -182,7 +186,7 @@ QString QenHost::findFile(const QString &code, const QString &folder, TTipo)
     const QString wanted = code.trimmed();
     if (!isFileName(wanted))
         return {};
-    QString searched = folder.isEmpty() ? m_settings.value(u"imagens"_s).toString() : folder;
+    QString searched = folder.isEmpty() ? m_settings.value(u"Pastas/imagens"_s).toString() : folder;
     if (searched.isEmpty())
         searched = Paths::imagesFolder();
     QString found;
@@ -202,7 +206,7 @@ QString QenHost::findFile(const QString &code, const QString &folder, TTipo)
 
 int QenHost::createInventory(const InventoryColumns &columns, TDataSet &rows)
 {
-    return Inventory::create(database(), m_company, columns, rows);
+    return Inventory::create(database(), company(), columns, rows);
 }
 
 void QenHost::showException(QWidget *form, std::exception_ptr error)

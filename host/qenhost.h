@@ -23,6 +23,7 @@ struct RecordedReport
     ReportCall::Kind kind = ReportCall::Kind::Graphic;
     QStringList dataSets; ///< by the names that the layout knows
     QList<int> rowCounts; ///< of each data set, as far as it was fetched
+    QString printer; ///< by the settings; empty: the system's usual one
 };
 
 /// What the application does for the screens, over the connection of the data module.
@@ -43,8 +44,8 @@ public:
 
     QString user() const override { return m_account.user; }
     const Account &account() const { return m_account; }
-    int company() const override { return m_company; }
-    QString companyName() const { return m_companyName; }
+    int company() const override { return m_company.number; } ///< 0: nobody is logged in
+    const Company &currentCompany() const { return m_company; }
     QList<int> visibleCompanies() const override;
 
     /// An administrator may do everything; all others need a row of screen, letter and level. Asked of the database
@@ -69,7 +70,7 @@ public:
     const QList<RecordedReport> &recordedReports() const { return m_reports; }
 
     /// A code is a file name without its ending, in any case; one with a path in it belongs to no file. Without a
-    /// folder the one of the settings ("imagens") is searched.
+    /// folder the one of the settings ("Pastas/imagens") is searched.
     QString findFile(const QString &code, const QString &folder, TTipo kind) override;
     int createInventory(const InventoryColumns &columns, TDataSet &rows) override;
     void showException(QWidget *form, std::exception_ptr error) override;
@@ -78,14 +79,14 @@ public:
 
 private:
     TTIDatabase &database() const;
+    QString printerOf(const QString &layout) const;
     QWidget *bringToFront(QWidget *form) const;
 
     QSettings &m_settings;
     LogFile m_log;
     BusyMarker m_busy;
     Account m_account;
-    int m_company = 0;
-    QString m_companyName;
+    Company m_company;
     QHash<QString, QPointer<QWidget>> m_open;
     std::function<void(QWidget *)> m_placer;
     QList<RecordedReport> m_reports;

@@ -29,6 +29,11 @@ void startSodium()
 
 } // namespace
 
+QString Company::label() const
+{
+    return u"%1 - %2"_s.arg(QString::number(number).rightJustified(3, u'0'), name);
+}
+
 Session::Session(TTIDatabase &database)
     : m_database(database)
 {

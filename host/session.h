@@ -23,6 +23,8 @@ struct Company
 {
     int number = 0;
     QString name;
+
+    QString label() const; ///< "001 - Malharia Serra Azul"
 };
 
 /// Who may come in, and into which companies. It keeps nothing: each question is asked of the database.

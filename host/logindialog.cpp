@@ -1,0 +1,110 @@
+// SPDX-FileCopyrightText: The qen authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#include "host/logindialog.h"
+
+#include "host/session.h"
+#include "module/host_services/errors.h"
+#include "module/host_services/icons.h"
+#include "ui_logindialog.h"
+
+#include <QCoreApplication>
+#include <QPushButton>
+#include <QSettings>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+const QString lastUser = QStringLiteral("Entrada/usuario");
+const QString lastCompany = QStringLiteral("Entrada/empresa");
+
+} // namespace
+
+LoginDialog::LoginDialog(TTIDatabase &database, QSettings &settings, const QString &hint, QWidget *parent)
+    : QDialog(parent)
+    , m_ui(std::make_unique<Ui::LoginDialog>())
+    , m_database(database)
+    , m_settings(settings)
+{
+    m_ui->setupUi(this);
+    m_ui->picture->setPixmap(Icons::get(u"app").pixmap(m_ui->picture->minimumSize()));
+    m_ui->version->setText(u"versão %1"_s.arg(QCoreApplication::applicationVersion()));
+    m_ui->buttons->button(QDialogButtonBox::Ok)->setText(u"Entrar"_s);
+    m_ui->problem->hide();
+    m_ui->hint->setText(hint);
+    m_ui->hint->setVisible(!hint.isEmpty());
+    connect(m_ui->user, &QLineEdit::editingFinished, this, &LoginDialog::listCompanies);
+    setUser(m_settings.value(lastUser).toString());
+}
+
+LoginDialog::~LoginDialog() = default;
+
+void LoginDialog::setUser(const QString &user)
+{
+    m_ui->user->setText(user);
+    if (user.isEmpty())
+        return;
+    listCompanies();
+    m_ui->password->setFocus();
+}
+
+int LoginDialog::company() const
+{
+    return m_ui->company->currentData().toInt();
+}
+
+void LoginDialog::listCompanies()
+{
+    const QString user = m_ui->user->text().trimmed();
+    if (user == m_listedFor)
+        return;
+    m_listedFor = user;
+    m_ui->company->clear();
+    try {
+        const Session session(m_database);
+        const std::optional<Account> account = session.account(user);
+        if (!account)
+            return;
+        for (const Company &company : session.companies(*account))
+            m_ui->company->addItem(company.label(), company.number);
+    } catch (const EQen &error) {
+        return refuse(error.sentence(), m_ui->user);
+    }
+    m_ui->company->setCurrentIndex(qMax(0, m_ui->company->findData(m_settings.value(lastCompany).toInt())));
+}
+
+void LoginDialog::refuse(const QString &text, QWidget *atFault)
+{
+    m_ui->problem->setText(text);
+    m_ui->problem->show();
+    atFault->setFocus();
+}
+
+void LoginDialog::accept()
+{
+    // Enter goes on to what is still missing.
+    m_ui->problem->hide();
+    if (m_ui->user->text().trimmed().isEmpty())
+        return m_ui->user->setFocus();
+    if (m_ui->password->text().isEmpty())
+        return m_ui->password->setFocus();
+    try {
+        logIn();
+    } catch (const EQen &error) {
+        m_ui->password->clear();
+        refuse(error.sentence(), m_ui->password);
+    }
+}
+
+void LoginDialog::logIn()
+{
+    const Account account = Session(m_database).authenticate(m_ui->user->text(), m_ui->password->text());
+    listCompanies();
+    if (company() == 0)
+        throw EQen(u"Este usuário não tem acesso a nenhuma empresa. Procure o administrador."_s);
+    m_user = account.user;
+    m_settings.setValue(lastUser, m_user);
+    m_settings.setValue(lastCompany, company());
+    QDialog::accept();
+}

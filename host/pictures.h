@@ -1,0 +1,19 @@
+// SPDX-FileCopyrightText: The qen authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include <QString>
+
+class QWidget;
+class QenHost;
+
+namespace Pictures {
+
+/// Throws EQen when the file cannot be written.
+void save(QWidget &widget, const QString &file);
+
+/// Opens every registered screen, one after the other, and saves <class>-empty.png as it opens, and <class>-in-use.png
+/// where it has an invokable `void demonstrate()` that fills it in. Gives the files. Throws EQen.
+QStringList ofAllScreens(QenHost &host, const QString &folder);
+
+} // namespace Pictures

@@ -1,0 +1,125 @@
+// SPDX-FileCopyrightText: The qen authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#include "host/startup.h"
+
+#include "demo/demo.h"
+#include "host/databaseopening.h"
+#include "host/demonstration.h"
+#include "host/firststartdialog.h"
+#include "host/logindialog.h"
+#include "host/mainwindow.h"
+#include "host/packageloader.h"
+#include "host/paths.h"
+#include "host/pictures.h"
+#include "host/qenhost.h"
+#include "host/settings.h"
+#include "module/host_services/database.h"
+#include "module/host_services/errors.h"
+#include "module/host_services/tabelas.h"
+
+#include <QApplication>
+#include <QProgressDialog>
+#include <QTemporaryDir>
+
+#include <cstdio>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+const QString packageName = QStringLiteral("qenMalharia");
+
+ConnectionSettings connectionOf(const Options &options, const Settings &settings)
+{
+    if (!options.database.isEmpty())
+        return Settings::fromAddress(options.database);
+    if (settings.namesDatabase())
+        return settings.connection();
+    return Settings::fromAddress(Paths::demonstrationDatabase());
+}
+
+bool isDemonstration(const Options &options, const Settings &settings)
+{
+    return options.database.isEmpty() && !settings.namesDatabase();
+}
+
+/// The demonstration's data, behind a dialog that tells how far it is.
+void createDemonstration(TTIDatabase &database)
+{
+    QProgressDialog progress(u"Criando os dados de demonstração..."_s, {}, 0, 100);
+    progress.setWindowTitle(u"qen"_s);
+    progress.setMinimumWidth(420);
+    progress.setMinimumDuration(0);
+    progress.setWindowModality(Qt::ApplicationModal);
+    progress.setValue(0);
+    Demo::create(database, [&](int percent) { progress.setValue(percent); });
+}
+
+/// False when the user gave up.
+bool prepareFirstStart(TTIDatabase &database, bool demonstration)
+{
+    if (!DatabaseOpening::isFirstStart(database))
+        return true;
+    if (demonstration) {
+        createDemonstration(database);
+        return true;
+    }
+    return FirstStartDialog(database).exec() == QDialog::Accepted;
+}
+
+QString hint(bool demonstration)
+{
+    return demonstration ? u"Dados de demonstração: usuário %1, senha %2."_s.arg(Demo::user, Demo::password)
+                         : QString();
+}
+
+} // namespace
+
+int runProgram(const Options &options)
+{
+    Settings settings(options.settings.isEmpty() ? Paths::settingsFile() : options.settings);
+    const bool demonstration = isDemonstration(options, settings);
+    const ConnectionSettings connection = connectionOf(options, settings);
+    TTabela tables;
+    QenHost host(settings.store());
+    TTIDatabase &database = *tables.IBDatabase;
+    DatabaseOpening::open(database, connection);
+    if (!prepareFirstStart(database, demonstration))
+        return 0;
+    LoginDialog login(database, settings.store(), hint(demonstration));
+    if (login.exec() != QDialog::Accepted)
+        return 0;
+    host.login(login.user(), login.company());
+    PackageLoader package(packageName);
+    package.load();
+    MainWindow window(host, engineName(connection.engine), database.settings().database);
+    window.show();
+    return QApplication::exec();
+}
+
+int runUnattended(const Options &options)
+{
+    // Neither the user's settings nor his data have a part in it.
+    const QTemporaryDir scratch;
+    Settings settings(options.settings.isEmpty() ? scratch.filePath(u"qen.ini"_s) : options.settings);
+    const bool demonstration = isDemonstration(options, settings);
+    const ConnectionSettings connection = demonstration ? Settings::fromAddress(scratch.filePath(u"demonstracao.fdb"_s))
+                                                        : connectionOf(options, settings);
+    TTabela tables;
+    QenHost host(settings.store());
+    DatabaseOpening::open(*tables.IBDatabase, connection);
+    if (demonstration)
+        Demo::create(*tables.IBDatabase);
+    host.login(options.user.isEmpty() ? QString(Demo::user) : options.user, qMax(1, options.company));
+    PackageLoader package(packageName);
+    package.load();
+    int result = 0;
+    if (!options.pictures.isEmpty()) {
+        for (const QString &file : Pictures::ofAllScreens(host, options.pictures))
+            std::puts(qUtf8Printable(file));
+    }
+    if (!options.demonstrate.isEmpty())
+        result = runDemonstration(host, options.demonstrate);
+    return result;
+}
