@@ -3,12 +3,15 @@
 // The knitting-mill module's package file: its units, in the order in which they start.
 
 #include "module/package.h"
+#include "production/ordembaixabarra.h"
+#include "production/ordemfab.h"
+#include "registries/caddefmalha.h"
 
 namespace {
 
 Package &package()
 {
-    static Package units({});
+    static Package units({&Ordemfab::unit(), &Ordembaixabarra::unit(), &Caddefmalha::unit()});
     return units;
 }
 

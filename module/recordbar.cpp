@@ -31,7 +31,7 @@ void RecordBar::showConfirmation(bool editing)
     m_ui->PainelConfirma->setVisible(editing);
 }
 
-void RecordBar::setHiddenButtons(const QString &names)
+void RecordBar::setSemBotoes(const QString &names)
 {
     m_hidden = names;
     for (const QString &name : names.split(u' ', Qt::SkipEmptyParts)) {

@@ -15,7 +15,7 @@ class RecordBar : public QWidget
 {
     Q_OBJECT
     /// Names of main buttons that the screen has no action for, separated by blanks.
-    Q_PROPERTY(QString semBotoes READ hiddenButtons WRITE setHiddenButtons)
+    Q_PROPERTY(QString semBotoes READ hiddenButtons WRITE setSemBotoes)
 
 public:
     explicit RecordBar(QWidget *parent = nullptr);
@@ -23,7 +23,7 @@ public:
 
     void showConfirmation(bool editing);
     QString hiddenButtons() const { return m_hidden; }
-    void setHiddenButtons(const QString &names);
+    void setSemBotoes(const QString &names);
 
 private:
     std::unique_ptr<Ui::RecordBar> m_ui;

@@ -98,7 +98,7 @@ TDataSet *TDBGrid::dataSet() const
     return m_model->dataSet();
 }
 
-void TDBGrid::setColumns(const QString &columns)
+void TDBGrid::setColunas(const QString &columns)
 {
     m_columns = columns;
     m_model->setColumns(columns);

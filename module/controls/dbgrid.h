@@ -12,7 +12,7 @@ class TDBGrid : public QTableView
 {
     Q_OBJECT
     /// "FIELD=Title;FIELD=Title"; empty: all visible fields.
-    Q_PROPERTY(QString Colunas READ columns WRITE setColumns)
+    Q_PROPERTY(QString Colunas READ columns WRITE setColunas)
 
 public:
     explicit TDBGrid(QWidget *parent = nullptr);
@@ -20,7 +20,7 @@ public:
     void setDataSet(TDataSet *dataSet);
     TDataSet *dataSet() const;
     QString columns() const { return m_columns; }
-    void setColumns(const QString &columns);
+    void setColunas(const QString &columns);
     /// Name of the field in the column whose title was clicked last.
     QString titleField() const { return m_titleField; }
     /// The column that shows a field, -1 for none.

@@ -22,9 +22,11 @@ void TClientDataSet::CreateDataSet(const QVector<TField> &fields)
     m_rows.clear();
     m_view.clear();
     m_sort.clear();
-    m_state = State::Browse;
+    m_filter = {}; // it knew the fields that were before
+    moveTo(-1, false);
     emit wasReset();
-    moveTo(-1);
+    setState(State::Browse);
+    emit AfterScroll();
 }
 
 void TClientDataSet::EmptyDataSet()
@@ -32,9 +34,10 @@ void TClientDataSet::EmptyDataSet()
     emit aboutToReset();
     m_rows.clear();
     m_view.clear();
-    setState(State::Browse);
+    moveTo(-1, false);
     emit wasReset();
-    moveTo(-1);
+    setState(State::Browse);
+    emit AfterScroll();
 }
 
 QVariant TClientDataSet::cell(int row, int fieldIndex) const
@@ -47,10 +50,39 @@ QVariant TClientDataSet::value(const QString &name) const
     return m_state == State::Browse ? TDataSet::value(name) : m_buffer[fieldIndex(name)];
 }
 
+void TClientDataSet::Next()
+{
+    Post();
+    TDataSet::Next();
+}
+
+void TClientDataSet::Prior()
+{
+    Post();
+    TDataSet::Prior();
+}
+
+void TClientDataSet::Last()
+{
+    Post();
+    TDataSet::Last();
+}
+
+void TClientDataSet::setRow(int row)
+{
+    Post();
+    TDataSet::setRow(row);
+}
+
+bool TClientDataSet::Locate(const QString &names, const QVariantList &values)
+{
+    Post();
+    return TDataSet::Locate(names, values);
+}
+
 void TClientDataSet::startInsert(int viewRow)
 {
-    if (m_state != State::Browse)
-        Post();
+    Post();
     m_buffer = QVector<QVariant>(fields().size());
     m_insertAt = viewRow;
     setState(State::Insert);
@@ -153,6 +185,7 @@ void TClientDataSet::Delete()
 
 void TClientDataSet::setIndexFieldNames(const QString &names)
 {
+    Post();
     QVector<int> sort;
     for (const QString &name : names.split(u';', Qt::SkipEmptyParts))
         sort.append(fieldIndex(name.trimmed()));
@@ -166,6 +199,7 @@ void TClientDataSet::setIndexFieldNames(const QString &names)
 
 void TClientDataSet::setFilter(const Filter &filter)
 {
+    Post();
     const int current = row() < 0 ? -1 : m_view[row()];
     emit aboutToReset();
     m_filter = filter;

@@ -9,7 +9,7 @@
 /// An in-memory data set for edited lists and work tables: no widget, no statement.
 ///
 /// Rows are seen through the index and the filter. While a row is being inserted or edited its values stand in a
-/// buffer that Post writes and Cancel drops; moving away posts.
+/// buffer that Post writes and Cancel drops; moving away, another index and another filter post.
 class TClientDataSet : public TDataSet
 {
     Q_OBJECT
@@ -19,13 +19,18 @@ public:
 
     explicit TClientDataSet(QObject *owner = nullptr);
 
-    /// Defines the fields and empties the set.
+    /// Defines the fields and empties the set; it has no index and no filter then.
     void CreateDataSet(const QVector<TField> &fields);
     void EmptyDataSet();
 
     int rowCount() const override { return int(m_view.size()); }
     QVariant cell(int row, int fieldIndex) const override;
     QVariant value(const QString &name) const override;
+    void Next() override;
+    void Prior() override;
+    void Last() override;
+    void setRow(int row) override;
+    bool Locate(const QString &fields, const QVariantList &values) override;
 
     State state() const { return m_state; }
     void Append(); ///< a new row after the last

@@ -10,6 +10,16 @@
 
 using namespace Qt::StringLiterals;
 
+namespace {
+
+/// Nulls of any type are alike.
+bool sameValue(const QVariant &left, const QVariant &right)
+{
+    return left.isNull() || right.isNull() ? left.isNull() == right.isNull() : left == right;
+}
+
+} // namespace
+
 TField::TField(const QString &fieldName, Type fieldType, int textSize)
     : name(fieldName)
     , type(fieldType)
@@ -154,7 +164,7 @@ bool TDataSet::Locate(const QString &fields, const QVariantList &values)
             return false;
         bool matches = true;
         for (int i = 0; i < columns.size() && matches; ++i)
-            matches = cell(row, columns[i]) == values.value(i);
+            matches = sameValue(cell(row, columns[i]), values.value(i));
         if (matches) {
             moveTo(row);
             return true;

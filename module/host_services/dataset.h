@@ -63,7 +63,7 @@ public:
     virtual void Next();
     virtual void Prior();
     virtual void Last(); ///< fetches all that is left
-    void setRow(int row);
+    virtual void setRow(int row);
     /// Puts the cursor on the first row whose fields ("A;B") hold the values; the cursor stays when there is none.
     virtual bool Locate(const QString &fields, const QVariantList &values);
 

@@ -13,23 +13,23 @@ class QLineEdit;
 class TPesquisa : public QToolButton
 {
     Q_OBJECT
-    Q_PROPERTY(QString Tabela READ table WRITE setTable) ///< logical name of the table
+    Q_PROPERTY(QString Tabela READ table WRITE setTabela) ///< logical name of the table
     /// "CODCLI=Código;NOME=Nome": the columns shown; the first is the key.
-    Q_PROPERTY(QString Colunas READ columns WRITE setColumns)
-    Q_PROPERTY(QString Titulo READ title WRITE setTitle)
-    Q_PROPERTY(QString Campo READ fieldName WRITE setFieldName) ///< name of the code field beside it
+    Q_PROPERTY(QString Colunas READ columns WRITE setColunas)
+    Q_PROPERTY(QString Titulo READ title WRITE setTitulo)
+    Q_PROPERTY(QString Campo READ fieldName WRITE setCampo) ///< name of the code field beside it
 
 public:
     explicit TPesquisa(QWidget *parent = nullptr);
 
     QString table() const { return m_table; }
-    void setTable(const QString &table) { m_table = table; }
+    void setTabela(const QString &table) { m_table = table; }
     QString columns() const { return m_columns; }
-    void setColumns(const QString &columns) { m_columns = columns; }
+    void setColunas(const QString &columns) { m_columns = columns; }
     QString title() const { return m_title; }
-    void setTitle(const QString &title) { m_title = title; }
+    void setTitulo(const QString &title) { m_title = title; }
     QString fieldName() const { return m_fieldName; }
-    void setFieldName(const QString &name) { m_fieldName = name; }
+    void setCampo(const QString &name) { m_fieldName = name; }
 
     /// A condition that all rows listed meet, on top of what the user types; empty: none.
     void setFilter(const QString &condition) { m_filter = condition; }

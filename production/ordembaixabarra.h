@@ -1,0 +1,67 @@
+// SPDX-FileCopyrightText: The qen authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include "module/form.h"
+#include "production/scalereader.h"
+
+#include <memory>
+
+namespace Ui {
+class fmMalhaOFBaixaBarra;
+}
+class TTIQuery;
+class Unit;
+struct Roll;
+
+/// The shop-floor station: an order is scanned, its roll weighed and written off.
+class TfmMalhaOFBaixaBarra : public TForm
+{
+    Q_OBJECT
+
+public:
+    TfmMalhaOFBaixaBarra();
+    ~TfmMalhaOFBaixaBarra() override;
+
+    Q_INVOKABLE void edtOFExit();
+    Q_INVOKABLE void edtMaterialChange();
+    Q_INVOKABLE void EdtCodOperChange();
+    Q_INVOKABLE void DtBaixaEnter();
+    Q_INVOKABLE void PqTurnoFechaPesquisa();
+    Q_INVOKABLE void pqFuncFechaPesquisa();
+    Q_INVOKABLE void btnBaixaClick();
+    Q_INVOKABLE void BtExcluirClick();
+    Q_INVOKABLE void BitBtn1Click(); ///< defects of the roll
+    Q_INVOKABLE void BitBtn2Click(); ///< "Ajustar OF"
+    Q_INVOKABLE void BtnImprimirClick();
+    Q_INVOKABLE void BtSaidaClick();
+
+protected:
+    void FormCreate() override;
+    bool FormKeyDown(QKeyEvent *event) override;
+
+private:
+    QString orderNumber() const;
+    bool BuscaOFMalha();
+    void BuscaBaixasMalha();
+    void BuscaPeso();
+    void BaixaOFMalha(Roll &roll);
+    void Estorna_baixa();
+    void LimpaTela();
+    void clearOrder();
+    void reloadOrder();
+    void showHint(const QString &text, bool warning);
+    void printLabel(const QString &of, double kg);
+
+    std::unique_ptr<Ui::fmMalhaOFBaixaBarra> m_ui;
+    TTIQuery *m_order;
+    TTIQuery *qryBaixas;
+    ScaleReader m_scale;
+    bool m_portFailureShown = false;
+};
+
+extern QPointer<TfmMalhaOFBaixaBarra> fmMalhaOFBaixaBarra;
+
+namespace Ordembaixabarra {
+Unit &unit();
+}

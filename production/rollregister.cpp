@@ -1,0 +1,104 @@
+// SPDX-FileCopyrightText: The qen authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#include "production/rollregister.h"
+
+#include "module/host_services/database.h"
+#include "module/host_services/format.h"
+#include "module/host_services/funcoes.h"
+#include "production/writeoffrules.h"
+
+using namespace Funcoes;
+using namespace Qt::StringLiterals;
+
+double OrderBalance::open() const
+{
+    return Format::rounded(planned - produced, 3);
+}
+
+RollRegister::RollRegister(TTIDatabase &database)
+    : m_database(database)
+{
+}
+
+bool RollRegister::lock(const QString &of)
+{
+    const QString statement =
+        u"UPDATE "_s + DBLocal(u"OF_MALHA"_s) + u" SET NUM_OF = NUM_OF WHERE NUM_OF = "_s + Aspas(of);
+    return m_database.run(statement).numRowsAffected() > 0;
+}
+
+OrderBalance RollRegister::balance(const QString &of)
+{
+    QSqlQuery query = m_database.run(DBLocal_SQL(uR"(
+        SELECT OF_MALHA.KG_TOTAL,
+               (SELECT SUM(OF_MALHA_BAIXAS.QTDE) FROM {OF_MALHA_BAIXAS} OF_MALHA_BAIXAS
+                WHERE OF_MALHA_BAIXAS.NUM_OF = OF_MALHA.NUM_OF) AS BAIXAS
+        FROM {OF_MALHA} OF_MALHA WHERE OF_MALHA.NUM_OF = )"_s,
+        Aspas(of)));
+    if (!query.next())
+        return {};
+    return {query.value(0).toDouble(), query.value(1).toDouble()};
+}
+
+QString RollRegister::Proxima_baixa(const QString &of)
+{
+    return WriteOffRules::nextNumber(
+        m_database
+            .value(DBLocal_SQL(u"SELECT MAX(NUM_BAIXA) AS PROXIMA FROM {OF_MALHA_BAIXAS} WHERE NUM_OF = "_s, Aspas(of)))
+            .toString());
+}
+
+void RollRegister::insert(const Roll &roll)
+{
+    QStringList columns{u"NUM_BAIXA"_s, u"NUM_OF"_s, u"DATA"_s, u"TURNO"_s, u"FUNCIONARIO"_s, u"QTDE"_s};
+    QStringList values{Aspas(roll.number), Aspas(roll.of), Aspas(Format::sqlDate(roll.day)), Aspas(roll.shift),
+        Aspas(roll.worker), PermanecePonto(roll.kg)};
+    if (roll.time.isValid()) {
+        columns.append(u"HORA"_s);
+        values.append(HoraSQL(QDateTime(roll.day, roll.time)));
+    }
+    m_database.run(u"INSERT INTO "_s + DBLocal(u"OF_MALHA_BAIXAS"_s) + u" ("_s + columns.join(u", "_s) + u") VALUES ("_s
+        + values.join(u", "_s) + u')');
+    addToStock(roll.of, roll.kg);
+}
+
+void RollRegister::remove(const Roll &roll)
+{
+    const QString statement = u"DELETE FROM "_s + DBLocal(u"OF_MALHA_BAIXAS"_s) + u" WHERE NUM_BAIXA = "_s
+        + Aspas(roll.number) + u" AND NUM_OF = "_s + Aspas(roll.of);
+    if (m_database.run(statement).numRowsAffected() == 0)
+        throw EDatabaseError(EDatabaseError::Category::Conflict, {}, u"A baixa não existe mais."_s, statement);
+    takeFromStock(roll.of, roll.kg);
+}
+
+void RollRegister::closeAtProduced(const QString &of)
+{
+    const OrderBalance now = balance(of);
+    m_database.run(u"UPDATE "_s + DBLocal(u"OF_MALHA"_s) + u" SET KG_TOTAL = KG_TOTAL + "_s
+        + PermanecePonto(-now.open()) + u" WHERE NUM_OF = "_s + Aspas(of));
+}
+
+void RollRegister::addToStock(const QString &of, double kg)
+{
+    if (BuscaParametro(u"MAL"_s, 10) != u"S"_s)
+        return;
+    const QString fabric = Busca_Valor(u"OF_MALHA"_s, u"NUM_OF"_s, u"MATERIAL"_s, Aspas(of));
+    const QString stock = DBLocal(u"PA_MALHA"_s);
+    if (Existe(u"PA_MALHA"_s, u"NUM_OF,CODIGO"_s, Aspas(of) + u',' + Aspas(fabric))) {
+        m_database.run(u"UPDATE "_s + stock + u" SET QTDE_TOTAL = QTDE_TOTAL + "_s + PermanecePonto(kg)
+            + u" WHERE CODIGO = "_s + Aspas(fabric) + u" AND NUM_OF = "_s + Aspas(of));
+    } else {
+        m_database.run(u"INSERT INTO "_s + stock + u" (QTDE_TOTAL, FATURADO, NUM_OF, CODIGO) VALUES ("_s
+            + PermanecePonto(kg) + u", 0, "_s + Aspas(of) + u", "_s + Aspas(fabric) + u')');
+    }
+}
+
+void RollRegister::takeFromStock(const QString &of, double kg)
+{
+    if (BuscaParametro(u"MAL"_s, 10) != u"S"_s)
+        return;
+    const QString fabric = Busca_Valor(u"OF_MALHA"_s, u"NUM_OF"_s, u"MATERIAL"_s, Aspas(of));
+    m_database.run(u"UPDATE "_s + DBLocal(u"PA_MALHA"_s) + u" SET QTDE_TOTAL = QTDE_TOTAL - "_s + PermanecePonto(kg)
+        + u" WHERE CODIGO = "_s + Aspas(fabric) + u" AND NUM_OF = "_s + Aspas(of));
+}

@@ -1,0 +1,58 @@
+// SPDX-FileCopyrightText: The qen authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include <QDate>
+#include <QString>
+#include <QTime>
+
+class TTIDatabase;
+
+/// A roll as it stands in the register of write-offs.
+struct Roll
+{
+    QString of; ///< order number
+    QString number; ///< within the order, "001"
+    QDate day;
+    QTime time; ///< invalid: none is kept
+    QString shift;
+    QString worker;
+    double kg = 0;
+};
+
+/// The planned and produced kilograms of an order.
+struct OrderBalance
+{
+    double planned = 0;
+    double produced = 0;
+
+    double open() const; ///< to the gram; negative when more was produced than planned
+};
+
+/// Writes rolls off against their order and takes them back, for every screen that does so: the register itself and
+/// the finished-fabric stock, while the mill keeps one (parameter "MAL" 10).
+///
+/// What changes something is to be called within a Save, which starts with lock().
+class RollRegister
+{
+public:
+    explicit RollRegister(TTIDatabase &database);
+
+    /// Keeps other stations from changing the order until the save ends. False when the order does not exist.
+    /// Throws EDatabaseError (Conflict) when another station was faster.
+    bool lock(const QString &of);
+    OrderBalance balance(const QString &of);
+    /// The number that the order's next roll gets.
+    QString Proxima_baixa(const QString &of);
+    void insert(const Roll &roll);
+    /// Throws EDatabaseError (Conflict) when another station has taken the roll back already.
+    void remove(const Roll &roll);
+    /// The plan becomes what was produced.
+    void closeAtProduced(const QString &of);
+
+private:
+    void addToStock(const QString &of, double kg);
+    void takeFromStock(const QString &of, double kg);
+
+    TTIDatabase &m_database;
+};

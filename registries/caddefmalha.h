@@ -1,0 +1,56 @@
+// SPDX-FileCopyrightText: The qen authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include "module/form.h"
+
+#include <memory>
+
+namespace Ui {
+class fmCadDefMalha;
+}
+class TClientDataSet;
+class Unit;
+
+/// The defects counted on one roll: a row for every defect of the catalogue.
+class TfmCadDefMalha : public TForm
+{
+    Q_OBJECT
+    /// The roll, handed over before the screen is shown: its order, and its number within the order.
+    Q_PROPERTY(QString NumeroOF MEMBER m_of)
+    Q_PROPERTY(int Rolo MEMBER m_roll)
+
+public:
+    TfmCadDefMalha();
+    ~TfmCadDefMalha() override;
+
+    Q_INVOKABLE void EdtCodRevExit();
+    Q_INVOKABLE void EdtCodRevChange();
+    Q_INVOKABLE void PqRevisorFechaPesquisa();
+    Q_INVOKABLE void EdtCodQulExit();
+    Q_INVOKABLE void EdtCodQulChange();
+    Q_INVOKABLE void PqQualidadeFechaPesquisa();
+    Q_INVOKABLE void TbDefeitosAfterPost();
+    Q_INVOKABLE void BitBtn1Click();
+    Q_INVOKABLE void BitBtn2Click();
+
+protected:
+    void FormCreate() override;
+    void FormShow() override;
+
+private:
+    double QtdeDefeito(const QString &code) const;
+    void loadHeader();
+    void save();
+
+    std::unique_ptr<Ui::fmCadDefMalha> m_ui;
+    TClientDataSet *TbDefeitos;
+    QString m_of;
+    int m_roll = 0;
+};
+
+extern QPointer<TfmCadDefMalha> fmCadDefMalha;
+
+namespace Caddefmalha {
+Unit &unit();
+}
