@@ -65,15 +65,16 @@ void DataBinding::showAll()
 void DataBinding::show(QWidget *control, const QString &field)
 {
     const QVariant value = m_table->value(field);
+    const QString asText = m_table->AsString(field);
     m_showing = true;
     if (auto *number = qobject_cast<TCurrencyEdit *>(control))
         number->setValue(value.toDouble());
     else if (auto *date = qobject_cast<TDateEdit *>(control))
         date->setDate(value.toDate());
-    else if (auto *line = qobject_cast<QLineEdit *>(control); line && line->text() != value.toString())
-        line->setText(value.toString());
-    else if (auto *text = qobject_cast<QPlainTextEdit *>(control); text && text->toPlainText() != value.toString())
-        text->setPlainText(value.toString());
+    else if (auto *line = qobject_cast<QLineEdit *>(control); line && line->text() != asText)
+        line->setText(asText);
+    else if (auto *text = qobject_cast<QPlainTextEdit *>(control); text && text->toPlainText() != asText)
+        text->setPlainText(asText);
     m_showing = false;
 }
 

@@ -19,25 +19,30 @@ void TClientDataSet::CreateDataSet(const QVector<TField> &fields)
 {
     emit aboutToReset();
     setFields(fields);
-    m_rows.clear();
-    m_view.clear();
     m_sort.clear();
     m_filter = {}; // it knew the fields that were before
-    moveTo(-1, false);
-    emit wasReset();
-    setState(State::Browse);
-    emit AfterScroll();
+    endEmpty();
 }
 
 void TClientDataSet::EmptyDataSet()
 {
     emit aboutToReset();
+    endEmpty();
+}
+
+void TClientDataSet::endEmpty()
+{
+    const bool moved = row() >= 0;
+    const bool wasEditing = m_state != State::Browse;
     m_rows.clear();
     m_view.clear();
+    m_state = State::Browse;
     moveTo(-1, false);
     emit wasReset();
-    setState(State::Browse);
-    emit AfterScroll();
+    if (wasEditing)
+        emit stateChanged();
+    if (moved)
+        emit AfterScroll();
 }
 
 QVariant TClientDataSet::cell(int row, int fieldIndex) const
@@ -95,6 +100,7 @@ void TClientDataSet::Append()
 
 void TClientDataSet::Insert()
 {
+    Post();
     startInsert(qMax(0, row()));
 }
 

@@ -60,6 +60,7 @@ signals:
     void stateChanged();
 
 private:
+    void endEmpty();
     void rebuildView();
     bool seen(int index) const;
     bool before(int left, int right) const;

@@ -125,14 +125,25 @@ Save::Save(TTIDatabase &database)
 
 Save::~Save()
 {
-    --m_database.m_saves;
-    if (!m_committed && m_database.m_saves == 0)
-        m_database.Rollback();
+    if (!m_open)
+        return;
+    if (--m_database.m_saves > 0) {
+        m_database.m_partFailed = true;
+        return;
+    }
+    m_database.m_partFailed = false;
+    m_database.Rollback();
 }
 
 void Save::CommitRetaining()
 {
-    if (m_database.m_saves == 1)
+    if (!m_open)
+        return;
+    if (m_database.m_saves == 1) {
+        if (m_database.m_partFailed)
+            throw EDatabaseError(EDatabaseError::Category::Statement, {}, u"Uma parte da gravação falhou."_s, {});
         m_database.CommitRetaining();
-    m_committed = true;
+    }
+    m_open = false;
+    --m_database.m_saves;
 }

@@ -60,11 +60,13 @@ private:
     ConnectionSettings m_settings;
     std::unique_ptr<Dialect> m_dialect;
     int m_saves = 0;
+    bool m_partFailed = false; ///< an inner save ended without its commit
     bool m_inTransaction = false;
 };
 
-/// A save: what runs while it lives belongs together, and unless CommitRetaining was reached nothing of it remains.
-/// Saves may be nested; only the outermost one ends the transaction.
+/// A save: what runs from its making to its CommitRetaining belongs together, and unless that was reached nothing of it
+/// remains. What runs afterwards is no part of it, even while the object still lives. Saves may be nested; only the
+/// outermost one ends the transaction, and when an inner one did not reach its commit it cannot commit either.
 class Save
 {
 public:
@@ -77,5 +79,5 @@ public:
 
 private:
     TTIDatabase &m_database;
-    bool m_committed = false;
+    bool m_open = true;
 };

@@ -180,7 +180,8 @@ QVariant TDataSet::value(const QString &name) const
 
 QString TDataSet::AsString(const QString &name) const
 {
-    return value(name).toString();
+    const QVariant found = value(name);
+    return found.isNull() ? QString() : found.toString(); // a null number is no "0"
 }
 
 double TDataSet::AsFloat(const QString &name) const

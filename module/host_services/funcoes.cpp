@@ -116,7 +116,8 @@ QString Busca_Valor(const QString &Tabela, const QString &CamposChave, const QSt
 {
     const QString statement = u"SELECT %1 FROM %2 WHERE %3 FETCH FIRST 1 ROWS ONLY"_s.arg(
         checkedName(CampoRetorno), DBLocal(Tabela, Flag1), conditions(CamposChave, Valores, u';'));
-    const QString text = database().value(statement).toString();
+    const QVariant found = database().value(statement);
+    const QString text = found.isNull() ? QString() : found.toString(); // a null number is no "0"
     return Flag2 ? text.trimmed() : text;
 }
 

@@ -14,6 +14,8 @@ namespace {
 
 QString shown(const QVariant &value)
 {
+    if (value.isNull())
+        return {};
     switch (value.typeId()) {
     case QMetaType::QDate:
         return Format::date(value.toDate());
@@ -103,7 +105,7 @@ QString SearchModel::value(int row, const QString &column) const
 {
     for (qsizetype i = 0; i < m_source.columns.size() && row >= 0 && row < m_rows.size(); ++i) {
         if (m_source.columns[i].name.compare(column, Qt::CaseInsensitive) == 0)
-            return m_rows[row][i].toString();
+            return m_rows[row][i].isNull() ? QString() : m_rows[row][i].toString();
     }
     return {};
 }

@@ -61,18 +61,20 @@ TTITable *TTabela::AbreTabela(const QString &Nome, bool Flag)
     const auto component = components().constFind(name);
     if (component == components().constEnd())
         throw EProgramming(u"Tabela desconhecida: %1."_s.arg(Nome));
-    Shared &shared = m_shared[name];
-    if (!shared.table) {
-        shared.table = new TTITable(this);
-        shared.table->SetDatabase(IBDatabase);
-        shared.table->setTableName(Funcoes::DBLocal(component->table));
-        shared.table->setIndexFieldNames(component->key);
-        shared.table->Open();
-    } else if (Flag) {
-        shared.table->Refresh();
+    if (TTITable *open = tabela(name)) {
+        if (Flag)
+            open->Refresh();
+        ++m_shared[name].users;
+        return open;
     }
-    ++shared.users;
-    return shared.table;
+    auto table = std::make_unique<TTITable>();
+    table->SetDatabase(IBDatabase);
+    table->setTableName(Funcoes::DBLocal(component->table));
+    table->setIndexFieldNames(component->key);
+    table->Open();
+    table->setParent(this);
+    m_shared.insert(name, {table.get(), 1});
+    return table.release();
 }
 
 void TTabela::FechaTabela(const QString &Nome)

@@ -4,6 +4,7 @@
 #include "module/host_services/table.h"
 
 #include "module/host_services/database.h"
+#include "module/host_services/errors.h"
 #include "module/host_services/format.h"
 #include "module/host_services/query.h"
 #include "module/host_services/sqltext.h"
@@ -42,22 +43,26 @@ void TTITable::Close()
 
 void TTITable::First()
 {
+    requireAtRest();
     read(Direction::Forward, {});
 }
 
 void TTITable::Last()
 {
+    requireAtRest();
     read(Direction::Backward, {});
 }
 
 void TTITable::Next()
 {
+    requireAtRest();
     if (!m_record.isEmpty())
         setEof(!read(Direction::Forward, key()));
 }
 
 void TTITable::Prior()
 {
+    requireAtRest();
     if (!m_record.isEmpty())
         read(Direction::Backward, key());
 }
@@ -69,7 +74,23 @@ bool TTITable::read(Direction direction, const QVariantList &beyond)
     for (const QString &name : m_key)
         order.append(forward ? name : name + u" DESC"_s);
     const QString condition = beyond.isEmpty() ? QString() : beyondCondition(beyond, forward ? u'>' : u'<');
-    return readWhere(condition, order.join(u", "_s));
+    const bool found = readWhere(condition, order.join(u", "_s));
+    if (!found && beyond.isEmpty() && !m_record.isEmpty())
+        standNowhere();
+    return found;
+}
+
+void TTITable::standNowhere()
+{
+    m_record.clear();
+    moveTo(-1, false);
+    emit AfterScroll();
+}
+
+void TTITable::requireAtRest() const
+{
+    if (isEditing())
+        throw EProgramming(u"O registro ainda está em edição."_s, m_table);
 }
 
 bool TTITable::readWhere(const QString &condition, const QString &order)
@@ -108,6 +129,7 @@ QString TTITable::beyondCondition(const QVariantList &from, QChar comparison) co
 
 bool TTITable::Locate(const QString &names, const QVariantList &values)
 {
+    requireAtRest();
     QStringList wanted = names.split(u';');
     for (QString &name : wanted)
         name = name.trimmed();
@@ -121,13 +143,12 @@ void TTITable::Refresh()
     const QVariantList at = key();
     if (readWhere(equals(m_key, at), {}) || read(Direction::Forward, at) || read(Direction::Backward, at))
         return;
-    m_record.clear();
-    moveTo(-1, false);
-    emit AfterScroll();
+    standNowhere();
 }
 
 void TTITable::Append()
 {
+    requireAtRest();
     m_buffer = QVector<QVariant>(fields().size());
     setState(State::Insert);
     emit AfterScroll();

@@ -9,7 +9,7 @@
 class TTIDatabase;
 
 /// One table, one record at a time, found by its key: opening it and moving in it read single records, however
-/// many there are.
+/// many there are. A record that is being edited must be posted or given up before the table moves: EProgramming.
 class TTITable : public TDataSet
 {
     Q_OBJECT
@@ -64,6 +64,8 @@ private:
     enum class Direction { Forward, Backward };
     /// The first record beyond the key in that direction; without a key, from the end.
     bool read(Direction direction, const QVariantList &beyond);
+    void standNowhere();
+    void requireAtRest() const;
     bool readWhere(const QString &condition, const QString &order);
     QVariantList key() const;
     QString literal(int fieldIndex, const QVariant &value) const;
