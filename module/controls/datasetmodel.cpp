@@ -27,6 +27,7 @@ void DataSetModel::setDataSet(TDataSet *dataSet)
         findColumns();
         endResetModel();
     });
+    connect(dataSet, &QObject::destroyed, this, [this] { setDataSet(nullptr); });
     connect(dataSet, &TDataSet::rowsAboutToBeInserted, this,
         [this](int first, int last) { beginInsertRows({}, first, last); });
     connect(dataSet, &TDataSet::rowsInserted, this, [this] { endInsertRows(); });
@@ -142,5 +143,6 @@ bool DataSetModel::canFetchMore(const QModelIndex &parent) const
 
 void DataSetModel::fetchMore(const QModelIndex &)
 {
-    m_dataSet->fetchMore();
+    if (m_dataSet && m_dataSet->canFetchMore())
+        m_dataSet->fetchMore();
 }
