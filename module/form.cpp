@@ -50,7 +50,6 @@ QString eventOf(const QString &method)
 TForm::TForm()
 {
     setAttribute(Qt::WA_DeleteOnClose);
-    setFocusPolicy(Qt::ClickFocus);
 }
 
 TForm::~TForm()

@@ -67,6 +67,7 @@ void TfmMalhaOFBaixaBarra::FormCreate()
     Look::addIcons(this);
     setEnterAsTab(true);
     qryBaixas->setObjectName(u"qryBaixas"_s);
+    qryBaixas->Describe({TField(u"QTDE"_s, TField::Type::Float).shownAs(u",0.000"_s)});
     m_ui->DBGrid->setDataSet(qryBaixas);
     LimpaTela();
     m_ui->DtBaixa->setDate(Clock::today());
@@ -136,7 +137,6 @@ void TfmMalhaOFBaixaBarra::BuscaBaixasMalha()
         WHERE OFMALHAB.NUM_OF = )"_s,
         Aspas(orderNumber()) + u" ORDER BY OFMALHAB.NUM_BAIXA"_s));
     qryBaixas->Open();
-    qryBaixas->field(u"QTDE"_s).shownAs(u",0.000"_s);
     qryBaixas->Last(); // the roll just made is the one that gets defects, or is taken back
 }
 

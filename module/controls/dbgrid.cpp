@@ -15,6 +15,8 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
+constexpr int columnRoom = 14; // pixels beside the text of a column
+
 /// Figures are typed in a cell as they are in a field.
 class FieldDelegate : public QStyledItemDelegate
 {
@@ -67,9 +69,9 @@ TDBGrid::TDBGrid(QWidget *parent)
     setWordWrap(false);
     setTabKeyNavigation(false);
     verticalHeader()->hide();
-    verticalHeader()->setDefaultSectionSize(fontMetrics().height() + 8);
     horizontalHeader()->setHighlightSections(false);
-    horizontalHeader()->setStretchLastSection(true);
+    horizontalHeader()->setResizeContentsPrecision(50); // rows looked at for the width of a column
+    connect(horizontalHeader(), &QHeaderView::sectionResized, this, [this] { m_sizedByUser |= !m_fitting; });
     connect(horizontalHeader(), &QHeaderView::sectionClicked, this, [this](int section) {
         m_titleField = m_model->fieldName(section);
         emit titleClicked();
@@ -85,12 +87,14 @@ void TDBGrid::setDataSet(TDataSet *dataSet)
     if (TDataSet *before = m_model->dataSet())
         before->disconnect(this);
     m_model->setDataSet(dataSet);
-    m_fitted = false;
     if (!dataSet)
         return;
     connect(dataSet, &TDataSet::AfterScroll, this, &TDBGrid::followDataSet);
     connect(dataSet, &TDataSet::wasReset, this, &TDBGrid::followDataSet);
+    connect(dataSet, &TDataSet::wasReset, this, &TDBGrid::fitColumns);
+    connect(dataSet, &TDataSet::AfterScroll, this, &TDBGrid::fitFirstRows);
     followDataSet();
+    fitColumns();
 }
 
 TDataSet *TDBGrid::dataSet() const
@@ -118,7 +122,6 @@ void TDBGrid::followDataSet()
     if (m_following || !dataSet())
         return;
     m_following = true;
-    fitColumns();
     const int row = dataSet()->row();
     const int column = qMax(0, currentIndex().column());
     if (row >= 0 && row < m_model->rowCount())
@@ -128,13 +131,39 @@ void TDBGrid::followDataSet()
 
 void TDBGrid::fitColumns()
 {
-    // Once, when the first rows are there: afterwards the widths are the user's.
-    if (m_fitted || m_model->rowCount() == 0)
+    if (m_sizedByUser || m_model->columnCount() == 0)
         return;
-    m_fitted = true;
+    m_fitting = true;
     resizeColumnsToContents();
-    for (int column = 0; column < m_model->columnCount(); ++column)
-        setColumnWidth(column, columnWidth(column) + 12);
+    int widest = 0;
+    int total = 0;
+    for (int column = 0; column < m_model->columnCount(); ++column) {
+        setColumnWidth(column, columnWidth(column) + columnRoom);
+        total += columnWidth(column);
+        const TField &field = dataSet()->field(m_model->fieldName(column));
+        if (field.type == TField::Type::Text && columnWidth(column) >= columnWidth(widest))
+            widest = column;
+    }
+    // What is left goes to the longest text.
+    if (total < viewport()->width())
+        setColumnWidth(widest, columnWidth(widest) + viewport()->width() - total);
+    m_fitting = false;
+}
+
+void TDBGrid::fitFirstRows()
+{
+    // A reset comes before the first rows are there.
+    const bool nowFilled = m_model->rowCount() > 0;
+    if (nowFilled && !m_filled)
+        fitColumns();
+    m_filled = nowFilled;
+}
+
+void TDBGrid::resizeEvent(QResizeEvent *event)
+{
+    QTableView::resizeEvent(event);
+    if (event->size().width() != event->oldSize().width())
+        fitColumns();
 }
 
 void TDBGrid::currentChanged(const QModelIndex &current, const QModelIndex &previous)

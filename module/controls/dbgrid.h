@@ -32,15 +32,19 @@ signals:
 
 protected:
     void keyPressEvent(QKeyEvent *event) override;
+    void resizeEvent(QResizeEvent *event) override;
     void currentChanged(const QModelIndex &current, const QModelIndex &previous) override;
 
 private:
     void followDataSet();
     void fitColumns();
+    void fitFirstRows();
 
     DataSetModel *m_model;
     QString m_columns;
     QString m_titleField;
     bool m_following = false;
-    bool m_fitted = false;
+    bool m_fitting = false;
+    bool m_sizedByUser = false;
+    bool m_filled = false;
 };

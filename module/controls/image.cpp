@@ -8,6 +8,8 @@
 TImage::TImage(QWidget *parent)
     : QLabel(parent)
 {
+    setForegroundRole(QPalette::PlaceholderText);
+    showScaled();
 }
 
 void TImage::setFile(const QString &path)
@@ -28,7 +30,7 @@ void TImage::resizeEvent(QResizeEvent *event)
 void TImage::showScaled()
 {
     if (m_picture.isNull()) {
-        clear();
+        setText(QStringLiteral("Sem imagem"));
         return;
     }
     const qreal ratio = devicePixelRatioF();

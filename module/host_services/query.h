@@ -38,6 +38,8 @@ public:
     void SetDatabase(TTIDatabase *database) { m_database = database; }
     TSQLText SQL;
 
+    /// Titles and masks for columns of the select to come.
+    void Describe(const QVector<TField> &columns) { setFields(columns); }
     /// Runs a select and stands on its first row. Throws EDatabaseError. Titles and masks that fields of the same
     /// names had before are kept.
     void Open();

@@ -21,7 +21,6 @@ SearchDialog::SearchDialog(TTIDatabase &database, const SearchSource &source, co
     setWindowTitle(title);
     m_ui->buttons->button(QDialogButtonBox::Ok)->setText(u"&Escolher"_s);
     m_ui->rows->setModel(m_model);
-    m_ui->rows->verticalHeader()->setDefaultSectionSize(fontMetrics().height() + 8);
     m_ui->rows->horizontalHeader()->setSortIndicator(0, Qt::AscendingOrder);
     m_ui->rows->resizeColumnsToContents();
     for (int column = 0; column < m_model->columnCount(); ++column)

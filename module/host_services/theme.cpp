@@ -65,8 +65,9 @@ QLineEdit, QPlainTextEdit, QTextEdit {
 QLineEdit:focus, QPlainTextEdit:focus, QTextEdit:focus { border-color: #00796b; }
 QLineEdit:read-only, QPlainTextEdit:read-only, QTextEdit:read-only { background: #eae8e4; border-color: #dcd9d4; }
 QLineEdit:disabled, QPlainTextEdit:disabled, QTextEdit:disabled {
-    background: #f0eeeb; border-color: #dcd9d4; color: #6b777c;
+    background: #f0eeeb; border-color: #dcd9d4; color: #37474f;
 }
+QLabel:disabled, QGroupBox:disabled { color: #455a64; }
 QLineEdit[invalid="true"] { border-color: #c62828; background: #fff5f5; }
 QAbstractSpinBox QLineEdit, QComboBox QLineEdit, QTableView QLineEdit { border: none; padding: 0; }
 QComboBox, QAbstractSpinBox { min-height: 1.4em; }

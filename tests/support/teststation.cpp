@@ -81,8 +81,19 @@ void TestStation::closeForm()
         fail(u"The screen does not close"_s);
 }
 
+void TestStation::comeBack()
+{
+    // A desktop gives the window its focus back when a box over it has closed; the offscreen platform does not.
+    if (!m_form || !m_form->isVisible() || QApplication::activeModalWidget() || m_form->window()->isActiveWindow())
+        return;
+    m_form->window()->activateWindow();
+    if (!QTest::qWaitForWindowActive(m_form->window()))
+        fail(u"The screen does not come back"_s);
+}
+
 void TestStation::type(const QString &name, const QString &text)
 {
+    comeBack();
     auto *field = child(name);
     if (!field->isEnabled() || !field->isVisible())
         fail(u"Nothing can be typed in %1"_s.arg(name));
@@ -100,20 +111,25 @@ void TestStation::enter(const QString &name, const QString &text)
 {
     type(name, text);
     QTest::keyClick(child(name), Qt::Key_Tab);
+    comeBack();
 }
 
 void TestStation::click(const QString &name)
 {
+    comeBack();
     auto *button = child(name);
     if (!button->isEnabled() || !button->isVisible())
         fail(u"%1 cannot be clicked"_s.arg(name));
     QTest::mouseClick(button, Qt::LeftButton);
+    comeBack();
 }
 
 void TestStation::key(Qt::Key key, Qt::KeyboardModifiers modifiers)
 {
+    comeBack();
     QWidget *target = QApplication::focusWidget();
     QTest::keyClick(target ? target : m_form.data(), key, modifiers);
+    comeBack();
 }
 
 QString TestStation::text(const QString &name) const

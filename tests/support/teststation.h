@@ -69,6 +69,7 @@ public:
 
 private:
     QWidget *findChild(const QString &name) const;
+    void comeBack();
     [[noreturn]] static void fail(const QString &message);
     template <class Kind> Kind *throwMissing(const QString &name) const
     {
