@@ -33,6 +33,14 @@ public:
 
     QString adapted(const QString &statement) const override { return statement; }
 
+    QVariant exact(const QVariant &value) const override
+    {
+        // The driver makes 99990 thousandths 99.99000000000001. Fifteen digits are all that a decimal column holds.
+        if (value.typeId() != QMetaType::Double || value.isNull())
+            return value;
+        return QByteArray::number(value.toDouble(), 'g', 15).toDouble();
+    }
+
     Category category(const QSqlError &error) const override
     {
         // The driver gives the SQLCODE; conflicts and lost connections share theirs with other failures.
@@ -119,6 +127,7 @@ public:
     }
 
     QString adapted(const QString &statement) const override { return SqlText::withoutAliasInSet(statement); }
+    QVariant exact(const QVariant &value) const override { return value; }
 
     Category category(const QSqlError &error) const override
     {

@@ -5,6 +5,7 @@
 #include "module/host_services/errors.h"
 
 #include <QStringList>
+#include <QVariant>
 
 #include <memory>
 
@@ -39,6 +40,8 @@ public:
     virtual QStringList databaseStatements() const = 0;
     /// The statement in the form that the engine takes.
     virtual QString adapted(const QString &statement) const = 0;
+    /// A value as it stands in the table, where the driver gives it otherwise.
+    virtual QVariant exact(const QVariant &value) const = 0;
     virtual EDatabaseError::Category category(const QSqlError &error) const = 0;
 
     virtual QString columnType(ColumnKind kind, int length) const = 0;

@@ -116,7 +116,7 @@ void TTIQuery::fetch(int atMost)
     while (fetched.size() < atMost && m_query.next()) {
         QVector<QVariant> row(columns);
         for (int i = 0; i < columns; ++i)
-            row[i] = m_query.value(i);
+            row[i] = m_database->dialect().exact(m_query.value(i));
         fetched.append(row);
     }
     m_more = fetched.size() == atMost;

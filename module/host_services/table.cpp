@@ -107,7 +107,7 @@ bool TTITable::readWhere(const QString &condition, const QString &order)
         return false;
     m_record.resize(fields().size());
     for (int i = 0; i < m_record.size(); ++i)
-        m_record[i] = query.value(i);
+        m_record[i] = m_database->dialect().exact(query.value(i));
     moveTo(0, false);
     emit AfterScroll();
     return true;

@@ -223,7 +223,7 @@ QStringList TestDatabase::rows(const QString &statement)
     while (query.next()) {
         QStringList columns;
         for (int i = 0; i < query.record().count(); ++i)
-            columns.append(query.isNull(i) ? QString() : query.value(i).toString());
+            columns.append(query.isNull(i) ? QString() : connection().dialect().exact(query.value(i)).toString());
         result.append(columns.join(u'|'));
     }
     return result;
