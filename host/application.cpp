@@ -24,6 +24,9 @@ QtMessageHandler previousHandler = nullptr;
 /// Warnings of the toolkit and the program go into the log file too.
 void logMessage(QtMsgType type, const QMessageLogContext &context, const QString &text)
 {
+    // Off screen there is no window manager to ask; that is nothing to tell anybody.
+    if (text.startsWith(u"This plugin does not support"_s))
+        return;
     // Writing may warn itself.
     static thread_local bool writing = false;
     if (!writing && type != QtDebugMsg && type != QtInfoMsg) {

@@ -3,7 +3,9 @@
 
 #include "host/logindialog.h"
 
+#include "host/firstpaint.h"
 #include "host/session.h"
+#include "module/host_services/database.h"
 #include "module/host_services/errors.h"
 #include "module/host_services/icons.h"
 #include "ui_logindialog.h"
@@ -26,6 +28,7 @@ LoginDialog::LoginDialog(TTIDatabase &database, QSettings &settings, const QStri
     , m_ui(std::make_unique<Ui::LoginDialog>())
     , m_database(database)
     , m_settings(settings)
+    , m_hint(hint)
 {
     m_ui->setupUi(this);
     m_ui->picture->setPixmap(Icons::get(u"app").pixmap(m_ui->picture->minimumSize()));
@@ -34,19 +37,36 @@ LoginDialog::LoginDialog(TTIDatabase &database, QSettings &settings, const QStri
     m_ui->problem->hide();
     m_ui->hint->setText(hint);
     m_ui->hint->setVisible(!hint.isEmpty());
+    m_ui->user->setText(m_settings.value(lastUser).toString());
+    if (!m_ui->user->text().isEmpty())
+        m_ui->password->setFocus();
     connect(m_ui->user, &QLineEdit::editingFinished, this, &LoginDialog::listCompanies);
-    setUser(m_settings.value(lastUser).toString());
+    listCompanies();
 }
 
 LoginDialog::~LoginDialog() = default;
 
-void LoginDialog::setUser(const QString &user)
+void LoginDialog::openOnceShown(const std::function<bool()> &open)
 {
-    m_ui->user->setText(user);
-    if (user.isEmpty())
+    m_ui->hint->setText(u"Abrindo o banco de dados..."_s);
+    m_ui->hint->show();
+    new FirstPaint(this, [this, open] { opened(open); });
+}
+
+void LoginDialog::opened(const std::function<bool()> &open)
+{
+    if (!isVisible())
         return;
+    try {
+        if (!open())
+            return reject();
+    } catch (...) {
+        m_failure = std::current_exception();
+        return reject();
+    }
+    m_ui->hint->setText(m_hint);
+    m_ui->hint->setVisible(!m_hint.isEmpty());
     listCompanies();
-    m_ui->password->setFocus();
 }
 
 int LoginDialog::company() const
@@ -57,7 +77,7 @@ int LoginDialog::company() const
 void LoginDialog::listCompanies()
 {
     const QString user = m_ui->user->text().trimmed();
-    if (user == m_listedFor)
+    if (user == m_listedFor || !m_database.isOpen())
         return;
     m_listedFor = user;
     m_ui->company->clear();
@@ -83,6 +103,8 @@ void LoginDialog::refuse(const QString &text, QWidget *atFault)
 
 void LoginDialog::accept()
 {
+    if (!m_database.isOpen())
+        return;
     // Enter goes on to what is still missing.
     m_ui->problem->hide();
     if (m_ui->user->text().trimmed().isEmpty())

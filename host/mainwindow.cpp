@@ -13,7 +13,9 @@
 #include <QInputDialog>
 #include <QLabel>
 #include <QMessageBox>
+#include <QSet>
 #include <QSettings>
+#include <QTabBar>
 #include <QToolButton>
 
 using namespace Qt::StringLiterals;
@@ -24,6 +26,23 @@ const QString geometryKey = QStringLiteral("Janela/geometria");
 constexpr int startButtonsPerRow = 2;
 constexpr int shortcuts = 9; ///< Ctrl+1 to Ctrl+9
 const QSize startIcon(32, 32);
+
+/// Alt and a letter, as far as the form's controls use it.
+QSet<QKeySequence> mnemonicsOf(QWidget *form)
+{
+    QStringList texts;
+    for (const QWidget *child : form->findChildren<QWidget *>()) {
+        texts << child->property("text").toString() << child->property("title").toString();
+        if (const auto *tabs = qobject_cast<const QTabBar *>(child)) {
+            for (int i = 0; i < tabs->count(); ++i)
+                texts << tabs->tabText(i);
+        }
+    }
+    QSet<QKeySequence> result;
+    for (const QString &text : texts)
+        result.insert(QKeySequence::mnemonic(text));
+    return result;
+}
 
 } // namespace
 
@@ -86,6 +105,8 @@ void MainWindow::buildMenus()
         }
         menu->menuAction()->setVisible(!inFolder.isEmpty());
     }
+    for (QAction *menu : m_ui->menuBar->actions())
+        m_menuTitles.insert(menu, menu->text());
     m_ui->toolBar->setVisible(!m_ui->toolBar->actions().isEmpty());
 }
 
@@ -233,6 +254,16 @@ void MainWindow::showOpenScreens()
     m_ui->pages->setCurrentWidget(any ? m_ui->screensPage : m_ui->startPage);
     for (QAction *action : {m_ui->actionNext, m_ui->actionPrevious, m_ui->actionClose})
         action->setEnabled(any);
+    yieldMnemonics(m_ui->screens->currentWidget());
+}
+
+void MainWindow::yieldMnemonics(QWidget *form)
+{
+    const QSet<QKeySequence> used = form ? mnemonicsOf(form) : QSet<QKeySequence>();
+    for (auto menu = m_menuTitles.cbegin(); menu != m_menuTitles.cend(); ++menu) {
+        const bool taken = used.contains(QKeySequence::mnemonic(menu.value()));
+        menu.key()->setText(taken ? QString(menu.value()).remove(u'&') : menu.value());
+    }
 }
 
 void MainWindow::showCompany()

@@ -4,6 +4,7 @@
 
 #include "host/screencatalog.h"
 
+#include <QHash>
 #include <QMainWindow>
 
 #include <functional>
@@ -48,6 +49,9 @@ private:
     bool closeScreen(int tab);
     void moveBy(int tabs);
     void showOpenScreens();
+    /// The screen in front keeps its letters: a menu whose letter it uses has none meanwhile, and is reached by Alt
+    /// alone and the arrow keys.
+    void yieldMnemonics(QWidget *form);
     void showCompany();
     void showBusy(bool busy);
     void chooseCompany();
@@ -60,6 +64,7 @@ private:
     QenHost &m_host;
     QString m_engineName;
     QString m_databaseName;
+    QHash<QAction *, QString> m_menuTitles; ///< with their mnemonics
     QLabel *m_busy = nullptr;
     QLabel *m_company = nullptr;
     QLabel *m_user = nullptr;

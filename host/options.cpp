@@ -29,6 +29,9 @@ void addOptions(QCommandLineParser &parser)
         {u"user"_s, u"Com --pictures ou --demonstrate e --database: em nome deste usuário, sem senha."_s, u"usuario"_s},
         {u"company"_s, u"Com --pictures ou --demonstrate: o número da empresa."_s, u"numero"_s},
     });
+    QCommandLineOption exitAtLogin(u"exit-at-login"_s);
+    exitAtLogin.setFlags(QCommandLineOption::HiddenFromHelp);
+    parser.addOption(exitAtLogin);
 }
 
 } // namespace
@@ -49,6 +52,7 @@ Options Options::parse(const QStringList &arguments)
     options.user = parser.value(u"user"_s);
     options.pictures = parser.value(u"pictures"_s);
     options.demonstrate = parser.value(u"demonstrate"_s);
+    options.exitAtLogin = parser.isSet(u"exit-at-login"_s);
     if (parser.isSet(u"company"_s)) {
         options.company = parser.value(u"company"_s).toInt();
         if (options.company < 1 || options.company > 999)

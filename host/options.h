@@ -14,6 +14,7 @@ struct Options
     int company = 0; ///< with pictures and demonstrate only; 0: company 1
     QString pictures; ///< folder, or empty
     QString demonstrate; ///< folder, or empty
+    bool exitAtLogin = false; ///< end when the login window stands painted: how long a start takes is measured by it
     bool help = false;
     bool version = false;
 

@@ -39,7 +39,8 @@ QStringList Pictures::ofAllScreens(QenHost &host, const QString &folder)
         screen->resize(screen->sizeHint().expandedTo(smallest));
         files.append(u"%1/%2-empty.png"_s.arg(folder, name));
         save(*screen, files.last());
-        if (QMetaObject::invokeMethod(screen, "demonstrate", Qt::DirectConnection)) {
+        if (screen->metaObject()->indexOfMethod("demonstrate()") >= 0) {
+            QMetaObject::invokeMethod(screen, "demonstrate", Qt::DirectConnection);
             files.append(u"%1/%2-in-use.png"_s.arg(folder, name));
             save(*screen, files.last());
         }

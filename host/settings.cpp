@@ -136,9 +136,11 @@ ConnectionSettings Settings::fromAddress(const QString &address)
     const bool firebird = url.scheme() == u"firebird"_s;
     settings.engine = firebird ? Engine::FirebirdServer : Engine::PostgreSQL;
     settings.host = url.host();
-    if (const QString folder = QUrlQuery(url).queryItemValue(u"host"_s); !folder.isEmpty())
-        settings.host = folder;
     settings.port = qMax(0, url.port());
+    if (const QString folder = QUrlQuery(url).queryItemValue(u"host"_s); !folder.isEmpty()) {
+        settings.host = folder;
+        settings.port = QUrlQuery(url).queryItemValue(u"port"_s).toInt();
+    }
     settings.database = url.path().mid(1);
     settings.user = url.userName(QUrl::FullyDecoded);
     settings.password = url.password(QUrl::FullyDecoded);

@@ -6,6 +6,7 @@
 #include "demo/demo.h"
 #include "host/databaseopening.h"
 #include "host/demonstration.h"
+#include "host/firstpaint.h"
 #include "host/firststartdialog.h"
 #include "host/logindialog.h"
 #include "host/mainwindow.h"
@@ -45,9 +46,9 @@ bool isDemonstration(const Options &options, const Settings &settings)
 }
 
 /// The demonstration's data, behind a dialog that tells how far it is.
-void createDemonstration(TTIDatabase &database)
+void createDemonstration(TTIDatabase &database, QWidget *parent)
 {
-    QProgressDialog progress(u"Criando os dados de demonstração..."_s, {}, 0, 100);
+    QProgressDialog progress(u"Criando os dados de demonstração..."_s, {}, 0, 100, parent);
     progress.setWindowTitle(u"qen"_s);
     progress.setMinimumWidth(420);
     progress.setMinimumDuration(0);
@@ -57,15 +58,15 @@ void createDemonstration(TTIDatabase &database)
 }
 
 /// False when the user gave up.
-bool prepareFirstStart(TTIDatabase &database, bool demonstration)
+bool prepareFirstStart(TTIDatabase &database, bool demonstration, QWidget *parent)
 {
     if (!DatabaseOpening::isFirstStart(database))
         return true;
     if (demonstration) {
-        createDemonstration(database);
+        createDemonstration(database, parent);
         return true;
     }
-    return FirstStartDialog(database).exec() == QDialog::Accepted;
+    return FirstStartDialog(database, parent).exec() == QDialog::Accepted;
 }
 
 QString hint(bool demonstration)
@@ -84,11 +85,18 @@ int runProgram(const Options &options)
     TTabela tables;
     QenHost host(settings.store());
     TTIDatabase &database = *tables.IBDatabase;
-    DatabaseOpening::open(database, connection);
-    if (!prepareFirstStart(database, demonstration))
-        return 0;
     LoginDialog login(database, settings.store(), hint(demonstration));
-    if (login.exec() != QDialog::Accepted)
+    login.openOnceShown([&] {
+        DatabaseOpening::open(database, connection);
+        return prepareFirstStart(database, demonstration, &login);
+    });
+    // The filter that is installed last is asked first: the dialog is gone before the database is opened.
+    if (options.exitAtLogin)
+        new FirstPaint(&login, [&login] { login.reject(); });
+    const bool accepted = login.exec() == QDialog::Accepted;
+    if (login.failure())
+        std::rethrow_exception(login.failure());
+    if (!accepted)
         return 0;
     host.login(login.user(), login.company());
     PackageLoader package(packageName);

@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 
 #include "host/logindialog.h"
+#include "module/host_services/errors.h"
 #include "tests/support/engines.h"
 #include "tests/support/testdatabase.h"
 
@@ -31,6 +32,9 @@ private slots:
     void aUserWithoutACompanyIsTold();
     void escapeGivesUp();
     void theHintIsShownOnlyWhenThereIsOne();
+    void theDatabaseIsOpenedWhenTheDialogStandsOnTheScreen();
+    void whoGivesUpTheOpeningGivesUpTheLogin();
+    void aDatabaseThatCannotBeOpenedEndsTheDialogWithItsReason();
 
 private:
     void show(const QString &hint = {});
@@ -165,6 +169,45 @@ void TstLoginDialog::theHintIsShownOnlyWhenThereIsOne()
     show(u"Dados de demonstração"_s);
     QCOMPARE(child<QLabel>("hint")->text(), u"Dados de demonstração"_s);
     QVERIFY(child<QLabel>("hint")->isVisible());
+}
+
+void TstLoginDialog::theDatabaseIsOpenedWhenTheDialogStandsOnTheScreen()
+{
+    m_settings->setValue(u"Entrada/usuario"_s, u"admin"_s);
+    TTIDatabase closed;
+    LoginDialog dialog(closed, *m_settings, u"Dados de demonstração"_s);
+    bool wasVisible = false;
+    dialog.openOnceShown([&] {
+        wasVisible = dialog.isVisible();
+        closed.open(m_database->settings());
+        return true;
+    });
+    QCOMPARE(dialog.findChild<QLabel *>(u"hint"_s)->text(), u"Abrindo o banco de dados..."_s);
+    dialog.accept(); // too early
+    dialog.show();
+    QTRY_VERIFY(closed.isOpen());
+    QVERIFY(wasVisible);
+    QCOMPARE(dialog.findChild<QComboBox *>(u"company"_s)->count(), 2);
+    QCOMPARE(dialog.findChild<QLabel *>(u"hint"_s)->text(), u"Dados de demonstração"_s);
+    QVERIFY(dialog.isVisible());
+}
+
+void TstLoginDialog::whoGivesUpTheOpeningGivesUpTheLogin()
+{
+    TTIDatabase closed;
+    LoginDialog dialog(closed, *m_settings, {});
+    dialog.openOnceShown([] { return false; });
+    QCOMPARE(dialog.exec(), int(QDialog::Rejected));
+    QVERIFY(!dialog.failure());
+}
+
+void TstLoginDialog::aDatabaseThatCannotBeOpenedEndsTheDialogWithItsReason()
+{
+    TTIDatabase closed;
+    LoginDialog dialog(closed, *m_settings, {});
+    dialog.openOnceShown([]() -> bool { throw EQen(u"O banco de dados não pôde ser aberto."_s); });
+    QCOMPARE(dialog.exec(), int(QDialog::Rejected));
+    QVERIFY_EXCEPTION_THROWN(std::rethrow_exception(dialog.failure()), EQen);
 }
 
 QTEST_MAIN(TstLoginDialog)

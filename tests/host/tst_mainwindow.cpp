@@ -37,6 +37,7 @@ public:
     TestForm()
     {
         auto *layout = new QVBoxLayout(this);
+        layout->addWidget(new QLabel);
         for (const QString &name : {u"edtUm"_s, u"edtDois"_s}) {
             auto *field = new QLineEdit;
             field->setObjectName(name);
@@ -62,7 +63,9 @@ private slots:
     void registeredScreensStandInTheirFoldersByTheirCaptions();
     void theTwoWriteOffsOfOneCaptionAreToldApart();
     void screensThatAreNotRegisteredAreNotListed();
-    void menusLeaveTheScreensTheirLetters();
+    void menusLeaveTheCommonButtonsTheirLetters();
+    void aMenuGivesItsLetterToTheScreenInFront();
+    void theMenuBarIsReachedByTheAltKeyAlone();
     void everyEntryOfAMenuHasALetterOfItsOwn();
     void severalScreensAreOpenTogetherOneTabEach();
     void aScreenThatIsOpenComesToTheFront();
@@ -96,6 +99,7 @@ private:
     std::unique_ptr<QenHost> m_host;
     std::unique_ptr<MainWindow> m_window;
     QStringList m_classes;
+    QString m_letter; ///< text of the label on the screens that are opened next
 };
 
 void TstMainWindow::initTestCase_data()
@@ -108,6 +112,7 @@ void TstMainWindow::init()
     qputenv("XDG_DATA_HOME", m_home.path().toUtf8());
     m_settings = std::make_unique<QSettings>(m_home.filePath(u"qen.ini"_s), QSettings::IniFormat);
     m_settings->clear();
+    m_letter.clear();
     m_database = std::make_unique<TestDatabase>(Engines::current());
     m_database->addCommonData();
     m_tables = std::make_unique<TTabela>();
@@ -133,8 +138,9 @@ void TstMainWindow::cleanup()
 void TstMainWindow::add(const QString &name, const QString &caption)
 {
     m_classes.append(name);
-    ClassRegistry::RegisterClass({name, caption, [caption] {
+    ClassRegistry::RegisterClass({name, caption, [this, caption] {
                                       auto *form = new TestForm;
+                                      form->findChild<QLabel *>()->setText(m_letter);
                                       form->setWindowTitle(caption);
                                       form->Create();
                                       return form;
@@ -198,7 +204,7 @@ void TstMainWindow::screensThatAreNotRegisteredAreNotListed()
     QVERIFY(m_window->findChild<QMenu *>(u"menuProduction"_s)->menuAction()->isVisible());
 }
 
-void TstMainWindow::menusLeaveTheScreensTheirLetters()
+void TstMainWindow::menusLeaveTheCommonButtonsTheirLetters()
 {
     show();
     QString letters;
@@ -210,6 +216,37 @@ void TstMainWindow::menusLeaveTheScreensTheirLetters()
     for (const QChar taken : u"IAEFC"_s)
         QVERIFY2(!letters.contains(taken), qPrintable(letters));
     QCOMPARE(QSet<QChar>(letters.begin(), letters.end()).size(), letters.size());
+}
+
+void TstMainWindow::aMenuGivesItsLetterToTheScreenInFront()
+{
+    show();
+    const QAction *menu = m_window->findChild<QMenu *>(u"menuRegistries"_s)->menuAction();
+    const QAction *other = m_window->findChild<QMenu *>(u"menuSystem"_s)->menuAction();
+    QCOMPARE(menu->text(), u"Ca&dastros"_s);
+    trigger(u"TfmMalhaOF"_s);
+    QCOMPARE(menu->text(), u"Ca&dastros"_s);
+    m_window->closeScreens();
+    m_letter = u"&Data"_s;
+    trigger(u"TfmMalhaOF"_s);
+    QCOMPARE(menu->text(), u"Cadastros"_s);
+    QCOMPARE(other->text(), u"&Sistema"_s);
+    m_letter.clear();
+    trigger(u"TfmNFTerceiros"_s);
+    QCOMPARE(menu->text(), u"Ca&dastros"_s);
+    trigger(u"TfmMalhaOF"_s);
+    QCOMPARE(menu->text(), u"Cadastros"_s);
+    form(0)->close();
+    QTRY_COMPARE(menu->text(), u"Ca&dastros"_s);
+}
+
+void TstMainWindow::theMenuBarIsReachedByTheAltKeyAlone()
+{
+    show();
+    trigger(u"TfmMalhaOF"_s);
+    QTest::keyClick(QApplication::focusWidget(), Qt::Key_Alt);
+    QVERIFY(m_window->menuBar()->activeAction());
+    QCOMPARE(m_window->menuBar()->activeAction()->text(), u"P&rodução"_s);
 }
 
 void TstMainWindow::everyEntryOfAMenuHasALetterOfItsOwn()

@@ -223,6 +223,12 @@ void TstSettings::anAddressNamesFileOrServer()
     QCOMPARE(socket.host, u"/run/postgresql"_s);
     QCOMPARE(socket.port, 0);
     QCOMPARE(socket.database, u"qen"_s);
+
+    const ConnectionSettings port = Settings::fromAddress(u"postgresql://ana@/qen?host=/tmp/pg&port=5433"_s);
+    QCOMPARE(port.host, u"/tmp/pg"_s);
+    QCOMPARE(port.port, 5433);
+    QCOMPARE(port.database, u"qen"_s);
+    QCOMPARE(port.user, u"ana"_s);
 }
 
 void TstSettings::aWrongAddressIsRefused()
