@@ -37,7 +37,7 @@ public:
     /// "TfmMalhaOF": the name of rights and of the class registry.
     QString className() const;
     /// Methods that are named like events but have no control; a programming error.
-    QStringList methodsWithoutControl() const;
+    const QStringList &methodsWithoutControl() const { return m_methodsWithoutControl; }
 
 protected:
     virtual void FormCreate() { }
