@@ -69,6 +69,7 @@ QSqlQuery TTIDatabase::run(const QString &statement)
     const QString adapted = m_dialect->adapted(statement);
     if (!query.exec(adapted))
         throw failure(query.lastError(), adapted);
+    tell(adapted);
     return query;
 }
 
@@ -86,6 +87,7 @@ void TTIDatabase::beginIfSaving()
     if (!database.transaction())
         throw failure(database.lastError(), u"BEGIN"_s);
     m_inTransaction = true;
+    tell(u"BEGIN"_s);
 }
 
 void TTIDatabase::CommitRetaining()
@@ -99,6 +101,7 @@ void TTIDatabase::CommitRetaining()
         throw failure(error, u"COMMIT"_s);
     }
     m_inTransaction = false;
+    tell(u"COMMIT"_s);
 }
 
 void TTIDatabase::Rollback()
@@ -107,6 +110,13 @@ void TTIDatabase::Rollback()
         return;
     connection().rollback();
     m_inTransaction = false;
+    tell(u"ROLLBACK"_s);
+}
+
+void TTIDatabase::tell(const QString &statement) const
+{
+    if (m_observer)
+        m_observer(statement);
 }
 
 EDatabaseError TTIDatabase::failure(const QSqlError &error, const QString &statement) const

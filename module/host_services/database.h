@@ -8,6 +8,8 @@
 #include <QSqlDatabase>
 #include <QSqlQuery>
 
+#include <functional>
+
 /// Where the database is and how to get in.
 struct ConnectionSettings
 {
@@ -51,9 +53,14 @@ public:
     bool inTransaction() const { return m_inTransaction; }
     bool inSave() const { return m_saves > 0; }
 
+    /// Is told each statement that ran, as it was sent, and "BEGIN", "COMMIT" and "ROLLBACK". Empty: nobody listens.
+    using Observer = std::function<void(const QString &statement)>;
+    void setObserver(const Observer &observer) { m_observer = observer; }
+
 private:
     friend class Save;
     void beginIfSaving();
+    void tell(const QString &statement) const;
     EDatabaseError failure(const QSqlError &error, const QString &statement) const;
 
     QString m_name;
@@ -62,6 +69,7 @@ private:
     int m_saves = 0;
     bool m_partFailed = false; ///< an inner save ended without its commit
     bool m_inTransaction = false;
+    Observer m_observer;
 };
 
 /// A save: what runs from its making to its CommitRetaining belongs together, and unless that was reached nothing of it
