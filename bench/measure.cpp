@@ -1,0 +1,66 @@
+// SPDX-FileCopyrightText: The qen authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#include "bench/measure.h"
+
+#include <algorithm>
+#include <cmath>
+
+namespace {
+
+constexpr double nanosecondsPerMillisecond = 1e6;
+
+double medianOf(QVector<double> values)
+{
+    if (values.isEmpty())
+        return 0;
+    std::sort(values.begin(), values.end());
+    const qsizetype middle = values.size() / 2;
+    return values.size() % 2 == 1 ? values[middle] : (values[middle - 1] + values[middle]) / 2;
+}
+
+} // namespace
+
+void Clockwork::start()
+{
+    m_counted = 0;
+    m_running = true;
+    m_timer.start();
+}
+
+void Clockwork::pause()
+{
+    if (m_running)
+        m_counted += m_timer.nsecsElapsed();
+    m_running = false;
+}
+
+void Clockwork::resume()
+{
+    m_running = true;
+    m_timer.start();
+}
+
+double Clockwork::milliseconds() const
+{
+    const qint64 counted = m_counted + (m_running ? m_timer.nsecsElapsed() : 0);
+    return double(counted) / nanosecondsPerMillisecond;
+}
+
+double Times::median() const
+{
+    return medianOf(m_runs);
+}
+
+double Times::spread() const
+{
+    QVector<double> distances;
+    for (const double run : m_runs)
+        distances.append(std::abs(run - median()));
+    return medianOf(distances);
+}
+
+double Comparison::ratio() const
+{
+    return floor.median() > 0 ? program.median() / floor.median() : std::numeric_limits<double>::infinity();
+}
