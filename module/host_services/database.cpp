@@ -76,7 +76,7 @@ QSqlQuery TTIDatabase::run(const QString &statement)
 QVariant TTIDatabase::value(const QString &statement)
 {
     QSqlQuery query = run(statement);
-    return query.next() ? query.value(0) : QVariant();
+    return query.next() ? m_dialect->exact(query.value(0)) : QVariant();
 }
 
 void TTIDatabase::beginIfSaving()
