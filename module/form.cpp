@@ -109,9 +109,14 @@ void TForm::describe(
     const QLineEdit *code, QLineEdit *text, const QString &table, const QString &keyField, const QString &textField)
 {
     const QString value = code->text().trimmed();
-    text->setText(
-        value.isEmpty() ? QString() : Funcoes::Busca_Valor(table, keyField, textField, Funcoes::Aspas(value)));
-    text->setCursorPosition(0);
+    showText(
+        text, value.isEmpty() ? QString() : Funcoes::Busca_Valor(table, keyField, textField, Funcoes::Aspas(value)));
+}
+
+void TForm::showText(QLineEdit *field, const QString &text)
+{
+    field->setText(text);
+    field->setCursorPosition(0);
 }
 
 bool TForm::takeChosen(const TPesquisa *search, const QString &field, QLineEdit *code)

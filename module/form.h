@@ -58,6 +58,8 @@ protected:
     /// Shows beside a code what it stands for; an unknown or empty code shows nothing.
     void describe(const QLineEdit *code, QLineEdit *text, const QString &table, const QString &keyField,
         const QString &textField = QStringLiteral("DESCRICAO"));
+    /// A text of the program's in a field, shown from its beginning.
+    static void showText(QLineEdit *field, const QString &text);
     /// Takes over what was chosen in a search; nothing when it was cancelled.
     static bool takeChosen(const TPesquisa *search, const QString &field, QLineEdit *code);
     /// Shows the message, puts the focus on the field at fault when it can take it.

@@ -111,12 +111,12 @@ bool TfmMalhaOFBaixaBarra::BuscaOFMalha()
     }
     const OrderBalance balance{m_order->AsFloat(u"KG_TOTAL"_s), m_order->AsFloat(u"BAIXAS"_s)};
     m_ui->edtData->setDate(m_order->AsDate(u"DATA"_s));
-    m_ui->edtCliente->setText(m_order->AsString(u"CLIENTE"_s));
-    m_ui->edtDescCliente->setText(m_order->AsString(u"NOME"_s));
-    m_ui->edtMaterial->setText(m_order->AsString(u"MATERIAL"_s));
-    m_ui->edtDescMaterial->setText(m_order->AsString(u"DESCRICAO"_s));
-    m_ui->EdtCodMaq->setText(m_order->AsString(u"MAQUINA"_s));
-    m_ui->EdtDescMaq->setText(m_order->AsString(u"DESC_MAQ"_s));
+    showText(m_ui->edtCliente, m_order->AsString(u"CLIENTE"_s));
+    showText(m_ui->edtDescCliente, m_order->AsString(u"NOME"_s));
+    showText(m_ui->edtMaterial, m_order->AsString(u"MATERIAL"_s));
+    showText(m_ui->edtDescMaterial, m_order->AsString(u"DESCRICAO"_s));
+    showText(m_ui->EdtCodMaq, m_order->AsString(u"MAQUINA"_s));
+    showText(m_ui->EdtDescMaq, m_order->AsString(u"DESC_MAQ"_s));
     m_ui->edtKGTotal->setValue(balance.planned);
     m_ui->EdtPesoBai->setValue(balance.produced);
     m_ui->EdtSaldo->setValue(balance.open());

@@ -189,8 +189,8 @@ void TfmMalhaOF::showMaterial(const QString &material)
         FROM {MATERIAL} WHERE CODIGO = )"_s,
         Aspas(material)));
     found.Open();
-    m_ui->edtDescMaterial->setText(found.AsString(u"DESCRICAO"_s));
-    m_ui->edtDescricao2->setText(found.AsString(u"DESCRICAO2"_s));
+    showText(m_ui->edtDescMaterial, found.AsString(u"DESCRICAO"_s));
+    showText(m_ui->edtDescricao2, found.AsString(u"DESCRICAO2"_s));
     m_ui->edtLargura->setValue(found.AsFloat(u"LARGURA"_s));
     m_ui->edtGramatura->setValue(found.AsFloat(u"GRAMATURA"_s));
     m_ui->edtMaximo->setValue(found.AsFloat(u"MAXIMO"_s));

@@ -91,7 +91,10 @@ void TDBGrid::setDataSet(TDataSet *dataSet)
         return;
     connect(dataSet, &TDataSet::AfterScroll, this, &TDBGrid::followDataSet);
     connect(dataSet, &TDataSet::wasReset, this, &TDBGrid::followDataSet);
-    connect(dataSet, &TDataSet::wasReset, this, &TDBGrid::fitColumns);
+    connect(dataSet, &TDataSet::wasReset, this, [this] {
+        m_filled = false;
+        fitColumns();
+    });
     connect(dataSet, &TDataSet::AfterScroll, this, &TDBGrid::fitFirstRows);
     followDataSet();
     fitColumns();
@@ -153,10 +156,10 @@ void TDBGrid::fitColumns()
 void TDBGrid::fitFirstRows()
 {
     // A reset comes before the first rows are there.
-    const bool nowFilled = m_model->rowCount() > 0;
-    if (nowFilled && !m_filled)
-        fitColumns();
-    m_filled = nowFilled;
+    if (m_filled || m_model->rowCount() == 0)
+        return;
+    m_filled = true;
+    fitColumns();
 }
 
 void TDBGrid::resizeEvent(QResizeEvent *event)

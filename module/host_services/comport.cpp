@@ -53,8 +53,30 @@ void loadChoice(const QSettings &store, const QString &name, std::initializer_li
 
 } // namespace
 
+namespace {
+
+QString &playedDevice()
+{
+    static QString device;
+    return device;
+}
+
+} // namespace
+
+void ComPortSettings::setSimulatedDevice(const QString &device)
+{
+    playedDevice() = device;
+}
+
+QString ComPortSettings::simulatedDevice()
+{
+    return playedDevice();
+}
+
 QString ComPortSettings::deviceName() const
 {
+    if (port.compare(simulatedPort, Qt::CaseInsensitive) == 0 && !playedDevice().isEmpty())
+        return playedDevice();
 #ifdef Q_OS_LINUX
     static const QRegularExpression dosName(u"^COM([1-9][0-9]?)$"_s, QRegularExpression::CaseInsensitiveOption);
     if (const auto match = dosName.match(port); match.hasMatch())

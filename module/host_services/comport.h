@@ -35,7 +35,13 @@ struct ComPortSettings
 
     bool operator==(const ComPortSettings &) const = default;
 
-    /// The system's name of the port: "COM1" is "/dev/ttyS0" on Linux, anything else is as typed.
+    /// The port of a scale that the program itself plays, while it does.
+    static inline const QString simulatedPort = QStringLiteral("SIMULADA");
+    static void setSimulatedDevice(const QString &device); ///< empty: there is none
+    static QString simulatedDevice();
+
+    /// The system's name of the port: "COM1" is "/dev/ttyS0" on Linux, "SIMULADA" the device of the simulated scale,
+    /// anything else is as typed.
     QString deviceName() const;
 };
 

@@ -57,6 +57,8 @@ ComPortDialog::ComPortDialog(const ComPortSettings &settings, QWidget *parent)
     ui->bbBotoes->button(QDialogButtonBox::Ok)->setText(u"OK"_s);
     ui->bbBotoes->button(QDialogButtonBox::Cancel)->setText(u"&Cancelar"_s);
 
+    if (!ComPortSettings::simulatedDevice().isEmpty())
+        ui->cbPorta->addItem(ComPortSettings::simulatedPort);
     for (const QSerialPortInfo &info : QSerialPortInfo::availablePorts())
         ui->cbPorta->addItem(info.systemLocation());
     for (const qint32 rate : {1200, 2400, 4800, 9600, 19200, 38400, 57600, 115200})

@@ -1,0 +1,73 @@
+// SPDX-FileCopyrightText: The qen authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#include "host/screenusage.h"
+
+#include "host/screendriver.h"
+#include "module/host_services/database.h"
+#include "module/host_services/funcoes.h"
+#include "module/host_services/tabelas.h"
+
+using namespace Funcoes;
+using namespace Qt::StringLiterals;
+
+namespace {
+
+QString value(const QString &statement)
+{
+    return Tabela->IBDatabase->value(DBLocal_SQL(statement)).toString();
+}
+
+/// An order that has rolls and still room for one.
+QString orderInProduction()
+{
+    return value(uR"(
+        SELECT MAX(OFM.NUM_OF) FROM {OF_MALHA} OFM
+        WHERE OFM.KG_TOTAL - (SELECT SUM(B.QTDE) FROM {OF_MALHA_BAIXAS} B WHERE B.NUM_OF = OFM.NUM_OF) > 30)"_s);
+}
+
+QString worker()
+{
+    return value(u"SELECT MIN(CODIGO) FROM {PESSOAL} WHERE ATIVO = 'S'"_s);
+}
+
+void useOrder(ScreenDriver &order)
+{
+    order.press(u"BtnAltera"_s);
+}
+
+void useWriteOff(ScreenDriver &station)
+{
+    station.enter(u"EdtTurno"_s, u"1"_s);
+    station.enter(u"edtOF"_s, orderInProduction());
+    station.enter(u"EdtCodOper"_s, worker());
+}
+
+void useDefects(ScreenDriver &defects)
+{
+    defects.type(u"EdtCodRev"_s, worker());
+    defects.type(u"EdtCodQul"_s, value(u"SELECT MIN(CODIGO) FROM {TABQUL}"_s));
+}
+
+} // namespace
+
+void handOver(QWidget &screen)
+{
+    if (screen.metaObject()->indexOfProperty("NumeroOF") < 0)
+        return;
+    const QString of = value(u"SELECT MAX(NUMERO) FROM {DEF_MOV}"_s);
+    screen.setProperty("NumeroOF", of);
+    screen.setProperty("Rolo", value(u"SELECT MAX(ROLO) FROM {DEF_MOV} WHERE NUMERO = "_s + Aspas(of)).toInt());
+}
+
+bool bringIntoUse(QWidget &screen)
+{
+    static const QHash<QString, void (*)(ScreenDriver &)> uses{
+        {u"TfmMalhaOF"_s, useOrder}, {u"TfmMalhaOFBaixaBarra"_s, useWriteOff}, {u"TfmCadDefMalha"_s, useDefects}};
+    const auto use = uses.constFind(QString::fromLatin1(screen.metaObject()->className()));
+    if (use == uses.constEnd())
+        return false;
+    ScreenDriver driver(&screen);
+    (*use)(driver);
+    return true;
+}
