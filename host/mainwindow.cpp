@@ -13,10 +13,10 @@
 #include <QInputDialog>
 #include <QLabel>
 #include <QMessageBox>
+#include <QPushButton>
 #include <QSet>
 #include <QSettings>
 #include <QTabBar>
-#include <QToolButton>
 
 using namespace Qt::StringLiterals;
 
@@ -24,6 +24,7 @@ namespace {
 
 const QString geometryKey = QStringLiteral("Janela/geometria");
 constexpr int startButtonsPerRow = 2;
+constexpr int startButtonCharacters = 56; ///< room for the longest caption and the icon
 constexpr int shortcuts = 9; ///< Ctrl+1 to Ctrl+9
 const QSize startIcon(32, 32);
 
@@ -142,17 +143,13 @@ void MainWindow::addStartButton(const ScreenCatalog::Entry &entry, QAction *acti
     action->setToolTip(keys.isEmpty() ? entry.menuText() : u"%1 (%2)"_s.arg(entry.menuText(), keys));
     m_ui->toolBar->addAction(action);
 
-    auto *button = new QToolButton;
+    auto *button = new QPushButton(action->icon(), u"  "_s + entry.menuText());
     button->setObjectName(u"start"_s + entry.className);
-    button->setIcon(action->icon());
     button->setIconSize(startIcon);
-    button->setText(u"  "_s + entry.menuText());
     button->setToolTip(action->toolTip());
-    button->setToolButtonStyle(Qt::ToolButtonTextBesideIcon);
-    button->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
-    button->setMinimumSize(340, 64);
-    button->setFocusPolicy(Qt::StrongFocus);
-    connect(button, &QToolButton::clicked, action, &QAction::trigger);
+    button->setStyleSheet(u"text-align: left; padding: 14px 22px;"_s);
+    button->setFixedWidth(fontMetrics().averageCharWidth() * startButtonCharacters);
+    connect(button, &QPushButton::clicked, action, &QAction::trigger);
     const int count = m_ui->startButtons->count();
     m_ui->startButtons->addWidget(button, count / startButtonsPerRow, count % startButtonsPerRow);
 }

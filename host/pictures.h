@@ -2,7 +2,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include <QString>
+#include <QStringList>
 
 class QWidget;
 class QenHost;
@@ -15,5 +15,9 @@ void save(QWidget &widget, const QString &file);
 /// Opens every registered screen, one after the other, and saves <class>-empty.png as it opens, and <class>-in-use.png
 /// where it has an invokable `void demonstrate()` that fills it in. Gives the files. Throws EQen.
 QStringList ofAllScreens(QenHost &host, const QString &folder);
+
+/// The windows of the program itself: login, first start, main window empty and with screens, a failure. Somebody must
+/// be logged in. Gives the files. Throws EQen.
+QStringList ofTheProgram(QenHost &host, const QString &engineName, const QString &folder);
 
 } // namespace Pictures

@@ -71,7 +71,7 @@ bool prepareFirstStart(TTIDatabase &database, bool demonstration, QWidget *paren
 
 QString hint(bool demonstration)
 {
-    return demonstration ? u"Dados de demonstração: usuário %1, senha %2."_s.arg(Demo::user, Demo::password)
+    return demonstration ? u"Dados de demonstração.\nUsuário: %1   Senha: %2"_s.arg(Demo::user, Demo::password)
                          : QString();
 }
 
@@ -124,7 +124,9 @@ int runUnattended(const Options &options)
     package.load();
     int result = 0;
     if (!options.pictures.isEmpty()) {
-        for (const QString &file : Pictures::ofAllScreens(host, options.pictures))
+        const QStringList files = Pictures::ofTheProgram(host, engineName(connection.engine), options.pictures)
+            + Pictures::ofAllScreens(host, options.pictures);
+        for (const QString &file : files)
             std::puts(qUtf8Printable(file));
     }
     if (!options.demonstrate.isEmpty())

@@ -19,6 +19,7 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QMenuBar>
+#include <QPushButton>
 #include <QSettings>
 #include <QTabWidget>
 #include <QTemporaryDir>
@@ -331,7 +332,7 @@ void TstMainWindow::withoutScreensTheStartPageOffersTheMainOnes()
         names.append(action->objectName());
     QCOMPARE(names, (QStringList{u"TfmMalhaOFBaixaBarra"_s, u"TfmMalhaOF"_s, u"TfmNFTerceiros"_s}));
     QVERIFY(!m_window->findChild<QWidget *>(u"startTfmCadDefMalha"_s));
-    m_window->findChild<QToolButton *>(u"startTfmMalhaOF"_s)->click();
+    m_window->findChild<QPushButton *>(u"startTfmMalhaOF"_s)->click();
     QCOMPARE(form(0)->windowTitle(), u"Ordem de Fabricação"_s);
     QVERIFY(!isShown(u"startPage"_s));
 }

@@ -4,7 +4,6 @@
 #include "host/options.h"
 #include "module/host_services/errors.h"
 
-#include <QProcess>
 #include <QTest>
 
 using namespace Qt::StringLiterals;
@@ -17,38 +16,10 @@ private slots:
     void everyOptionIsRead();
     void whatCannotBeUnderstoodIsRefused_data();
     void whatCannotBeUnderstoodIsRefused();
-    void helpAndVersionNeedNoDisplay_data();
-    void helpAndVersionNeedNoDisplay();
-    void withoutADisplayThereIsASentenceInsteadOfACrash();
-    void aWrongSettingIsToldWithoutACrash();
+    void theHelpTellsWhatPeopleCanUse();
 };
 
 namespace {
-
-struct Run
-{
-    int code = -1;
-    bool crashed = true;
-    QString output;
-    QString errors;
-};
-
-/// The program itself, without a display unless one is given.
-Run run(const QStringList &arguments, const QString &platform = {})
-{
-    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
-    for (const QString &name : {u"DISPLAY"_s, u"WAYLAND_DISPLAY"_s, u"QT_QPA_PLATFORM"_s})
-        environment.remove(name);
-    if (!platform.isEmpty())
-        environment.insert(u"QT_QPA_PLATFORM"_s, platform);
-    QProcess program;
-    program.setProcessEnvironment(environment);
-    program.start(QCoreApplication::applicationDirPath() + u"/qen"_s, arguments);
-    if (!program.waitForFinished())
-        program.kill();
-    return {program.exitCode(), program.exitStatus() != QProcess::NormalExit,
-        QString::fromUtf8(program.readAllStandardOutput()), QString::fromUtf8(program.readAllStandardError())};
-}
 
 Options parsed(const QStringList &arguments)
 {
@@ -85,47 +56,15 @@ void TstOptions::whatCannotBeUnderstoodIsRefused()
 {
     QFETCH(const QStringList, arguments);
     QVERIFY_EXCEPTION_THROWN(parsed(arguments), EQen);
-    QCOMPARE(run(arguments).code, 2);
 }
 
-void TstOptions::helpAndVersionNeedNoDisplay_data()
+void TstOptions::theHelpTellsWhatPeopleCanUse()
 {
-    QTest::addColumn<QString>("option");
-    QTest::addColumn<QString>("words");
-    QTest::newRow("help") << u"--help"_s << u"Usa este arquivo de configuração."_s;
-    QTest::newRow("version") << u"--version"_s << u"qen 0."_s;
-}
-
-void TstOptions::helpAndVersionNeedNoDisplay()
-{
-    QFETCH(const QString, option);
-    QFETCH(const QString, words);
-    const Run program = run({option});
-    QCOMPARE(program.code, 0);
-    QVERIFY2(program.output.contains(words), qPrintable(program.output));
-    QVERIFY2(!program.output.contains(u"Options"_s), qPrintable(program.output));
-}
-
-void TstOptions::withoutADisplayThereIsASentenceInsteadOfACrash()
-{
-    const Run program = run({});
-    QVERIFY(!program.crashed);
-    QCOMPARE(program.code, 1);
-    QVERIFY2(program.errors.contains(u"Não há tela"_s), qPrintable(program.errors));
-}
-
-void TstOptions::aWrongSettingIsToldWithoutACrash()
-{
-    QTemporaryDir folder;
-    QFile file(folder.filePath(u"qen.ini"_s));
-    QVERIFY(file.open(QIODevice::WriteOnly));
-    file.write("[Banco]\nmotor=oracle\n");
-    file.close();
-    const Run program = run({u"--settings"_s, file.fileName(), u"--pictures"_s, folder.path()});
-    QVERIFY(!program.crashed);
-    QCOMPARE(program.code, 1);
-    QVERIFY2(program.errors.contains(file.fileName()), qPrintable(program.errors));
-    QVERIFY2(program.errors.contains(u"\"motor\""_s), qPrintable(program.errors));
+    const QString help = Options::helpText();
+    for (const QString &option :
+        {u"--settings"_s, u"--database"_s, u"--pictures"_s, u"--demonstrate"_s, u"--version"_s})
+        QVERIFY2(help.contains(option), qPrintable(option));
+    QVERIFY(!help.contains(u"exit-at-login"_s));
 }
 
 QTEST_GUILESS_MAIN(TstOptions)
