@@ -74,6 +74,7 @@ void TForm::Create()
         setWindowTitle(registered->caption);
     FormCreate();
     tie();
+    tieSearches();
 }
 
 void TForm::AbreTabelas(const QStringList &names)
@@ -105,28 +106,39 @@ void TForm::run(const std::function<void()> &action)
     }
 }
 
-void TForm::describe(
-    const QLineEdit *code, QLineEdit *text, const QString &table, const QString &keyField, const QString &textField)
-{
-    const QString value = code->text().trimmed();
-    showText(
-        text, value.isEmpty() ? QString() : Funcoes::Busca_Valor(table, keyField, textField, Funcoes::Aspas(value)));
-}
-
 void TForm::showText(QLineEdit *field, const QString &text)
 {
     field->setText(text);
     field->setCursorPosition(0);
 }
 
-bool TForm::takeChosen(const TPesquisa *search, const QString &field, QLineEdit *code)
+QLineEdit *TForm::codeField(const TPesquisa *search) const
 {
-    const QString chosen = search->RetornoPesquisa(field);
+    return findChild<QLineEdit *>(search->fieldName());
+}
+
+void TForm::describe(const TPesquisa *search)
+{
+    const QString code = codeField(search)->text().trimmed();
+    showText(findChild<QLineEdit *>(search->textName()),
+        code.isEmpty()
+            ? QString()
+            : Funcoes::Busca_Valor(search->table(), search->keyColumn(), search->textColumn(), Funcoes::Aspas(code)));
+}
+
+void TForm::takeChosen(const TPesquisa *search)
+{
+    const QString chosen = search->RetornoPesquisa(search->keyColumn());
     if (chosen.isEmpty())
-        return false;
-    code->setText(chosen);
-    code->setFocus();
-    return true;
+        return;
+    codeField(search)->setText(chosen);
+    codeField(search)->setFocus();
+}
+
+bool TForm::isKnown(const TPesquisa *search) const
+{
+    const QString code = codeField(search)->text().trimmed();
+    return code.isEmpty() || Funcoes::Existe(search->table(), search->keyColumn(), Funcoes::Aspas(code));
 }
 
 void TForm::refuse(const QString &message, QWidget *atFault)
@@ -171,6 +183,28 @@ void TForm::tie()
             tieFieldChanges(owner, controlName.mid(owner->objectName().size()), method);
         else
             m_methodsWithoutControl.append(name);
+    }
+}
+
+void TForm::tieSearches()
+{
+    const auto hasMethod = [this](const QString &name) {
+        for (int i = TForm::staticMetaObject.methodCount(); i < metaObject()->methodCount(); ++i) {
+            if (name.compare(QString::fromLatin1(metaObject()->method(i).name()), Qt::CaseInsensitive) == 0)
+                return true;
+        }
+        return false;
+    };
+    for (TPesquisa *search : findChildren<TPesquisa *>()) {
+        QLineEdit *code = codeField(search);
+        if (!code)
+            continue;
+        if (!hasMethod(search->objectName() + u"FechaPesquisa"_s))
+            connect(search, &TPesquisa::FechaPesquisa, this, [=, this] { run([&] { takeChosen(search); }); });
+        if (!search->textName().isEmpty() && !hasMethod(search->fieldName() + u"Change"_s))
+            connect(code, &QLineEdit::textChanged, this, [=, this] { run([&] { describe(search); }); });
+        if (!search->textName().isEmpty() && !code->text().isEmpty())
+            describe(search); // of the record that the screen opened on
     }
 }
 

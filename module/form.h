@@ -55,13 +55,19 @@ protected:
     TTIDatabase &database() const;
     /// Runs the action as an event of this screen: what it lets escape is reported once, and nothing of it remains.
     void run(const std::function<void()> &action);
-    /// Shows beside a code what it stands for; an unknown or empty code shows nothing.
-    void describe(const QLineEdit *code, QLineEdit *text, const QString &table, const QString &keyField,
-        const QString &textField = QStringLiteral("DESCRICAO"));
     /// A text of the program's in a field, shown from its beginning.
     static void showText(QLineEdit *field, const QString &text);
-    /// Takes over what was chosen in a search; nothing when it was cancelled.
-    static bool takeChosen(const TPesquisa *search, const QString &field, QLineEdit *code);
+
+    // A search knows its table, its columns, the code field beside it and the field that describes the code. For one
+    // that has no methods of its own in the screen, describe() and takeChosen() run by themselves.
+
+    /// Shows what the code stands for; an unknown or empty code shows nothing.
+    void describe(const TPesquisa *search);
+    /// Puts what was chosen into the code field; nothing when the search was cancelled.
+    void takeChosen(const TPesquisa *search);
+    /// Whether the code is in the table. An empty code is no unknown one.
+    bool isKnown(const TPesquisa *search) const;
+
     /// Shows the message, puts the focus on the field at fault when it can take it.
     void refuse(const QString &message, QWidget *atFault = nullptr);
 
@@ -72,6 +78,8 @@ protected:
 
 private:
     void tie();
+    void tieSearches();
+    QLineEdit *codeField(const TPesquisa *search) const;
     void tieMethod(QObject *component, const QString &event, const QMetaMethod &method);
     void tieWidget(QWidget *widget, const QString &event, const QMetaMethod &method);
     void tieFieldChanges(QObject *dataSet, const QString &field, const QMetaMethod &method);

@@ -169,21 +169,6 @@ void TfmMalhaOFBaixaBarra::edtMaterialChange()
     m_ui->Image->setFile(file);
 }
 
-void TfmMalhaOFBaixaBarra::EdtCodOperChange()
-{
-    describe(m_ui->EdtCodOper, m_ui->EdtNomOper, u"PESSOAL"_s, u"CODIGO"_s, u"NOME"_s);
-}
-
-void TfmMalhaOFBaixaBarra::PqTurnoFechaPesquisa()
-{
-    takeChosen(m_ui->PqTurno, u"TURNO"_s, m_ui->EdtTurno);
-}
-
-void TfmMalhaOFBaixaBarra::pqFuncFechaPesquisa()
-{
-    takeChosen(m_ui->pqFunc, u"CODIGO"_s, m_ui->EdtCodOper);
-}
-
 void TfmMalhaOFBaixaBarra::btnBaixaClick()
 {
     if (!Acessa(className(), u'A', u"0"_s, {}))

@@ -25,10 +25,7 @@ public:
 
     Q_INVOKABLE void edtOFExit();
     Q_INVOKABLE void edtMaterialChange();
-    Q_INVOKABLE void EdtCodOperChange();
     Q_INVOKABLE void DtBaixaEnter();
-    Q_INVOKABLE void PqTurnoFechaPesquisa();
-    Q_INVOKABLE void pqFuncFechaPesquisa();
     Q_INVOKABLE void btnBaixaClick();
     Q_INVOKABLE void BtExcluirClick();
     Q_INVOKABLE void BitBtn1Click(); ///< defects of the roll

@@ -65,8 +65,6 @@ void TfmMalhaOF::FormCreate()
     edtOFChange();
     edtClienteChange();
     edtMaterialChange();
-    edtMaquinaChange();
-    EdtCodFluxoChange();
 }
 
 void TfmMalhaOF::Bar_Confirma(bool editing)
@@ -154,14 +152,13 @@ double TfmMalhaOF::BuscaQtdeBaixada() const
 
 void TfmMalhaOF::edtClienteChange()
 {
-    describe(m_ui->edtCliente, m_ui->edtDescCliente, u"ENTIDADE"_s, u"CODCLI"_s, u"NOME"_s);
+    describe(m_ui->PqCliente);
     m_ui->PqMaterial->setSQL(Gera_Sql());
 }
 
 void TfmMalhaOF::edtClienteExit()
 {
-    const QString client = m_ui->edtCliente->text().trimmed();
-    if (isEditing() && !client.isEmpty() && !Existe(u"ENTIDADE"_s, u"CODCLI"_s, Aspas(client)))
+    if (isEditing() && !isKnown(m_ui->PqCliente))
         refuse(u"Cliente não Existe."_s, m_ui->edtCliente);
 }
 
@@ -254,48 +251,16 @@ bool TfmMalhaOF::acceptsActiveColours(const QString &material)
             "Deseja continuar?"_s);
 }
 
-void TfmMalhaOF::edtMaquinaChange()
-{
-    describe(m_ui->edtMaquina, m_ui->edtDescMaquina, u"MAQUINA"_s, u"MAQUINA"_s);
-}
-
 void TfmMalhaOF::edtMaquinaExit()
 {
-    const QString machine = m_ui->edtMaquina->text().trimmed();
-    if (isEditing() && !machine.isEmpty() && !Existe(u"MAQUINA"_s, u"MAQUINA"_s, Aspas(machine)))
+    if (isEditing() && !isKnown(m_ui->PqMaquina))
         refuse(u"Máquina inexistente."_s, m_ui->edtMaquina);
-}
-
-void TfmMalhaOF::EdtCodFluxoChange()
-{
-    describe(m_ui->EdtCodFluxo, m_ui->EdtDescFluxo, u"FLUXOTIN"_s, u"CODIGO"_s);
 }
 
 void TfmMalhaOF::EdtCodFluxoExit()
 {
-    const QString flow = m_ui->EdtCodFluxo->text().trimmed();
-    if (isEditing() && !flow.isEmpty() && !Existe(u"FLUXOTIN"_s, u"CODIGO"_s, Aspas(flow)))
+    if (isEditing() && !isKnown(m_ui->PqFluxo))
         refuse(u"Fluxo Inválido."_s, m_ui->EdtCodFluxo);
-}
-
-void TfmMalhaOF::PqClienteFechaPesquisa()
-{
-    takeChosen(m_ui->PqCliente, u"CODCLI"_s, m_ui->edtCliente);
-}
-
-void TfmMalhaOF::PqMaterialFechaPesquisa()
-{
-    takeChosen(m_ui->PqMaterial, u"CODIGO"_s, m_ui->edtMaterial);
-}
-
-void TfmMalhaOF::PqMaquinaFechaPesquisa()
-{
-    takeChosen(m_ui->PqMaquina, u"MAQUINA"_s, m_ui->edtMaquina);
-}
-
-void TfmMalhaOF::PqFluxoFechaPesquisa()
-{
-    takeChosen(m_ui->PqFluxo, u"CODIGO"_s, m_ui->EdtCodFluxo);
 }
 
 void TfmMalhaOF::search()

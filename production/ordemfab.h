@@ -28,13 +28,7 @@ public:
     Q_INVOKABLE void edtMaterialExit();
     Q_INVOKABLE void edtMaterialChange();
     Q_INVOKABLE void edtMaquinaExit();
-    Q_INVOKABLE void edtMaquinaChange();
     Q_INVOKABLE void EdtCodFluxoExit();
-    Q_INVOKABLE void EdtCodFluxoChange();
-    Q_INVOKABLE void PqClienteFechaPesquisa();
-    Q_INVOKABLE void PqMaterialFechaPesquisa();
-    Q_INVOKABLE void PqMaquinaFechaPesquisa();
-    Q_INVOKABLE void PqFluxoFechaPesquisa();
     Q_INVOKABLE void PqOFFechaPesquisa();
     Q_INVOKABLE void BitBtn1Click(); ///< "&Zerar Saldo"
 
@@ -43,15 +37,6 @@ public:
     Q_INVOKABLE void BitBtn4Click();
     Q_INVOKABLE void BitBtn5Click();
     Q_INVOKABLE void DBGrid1DblClick();
-    Q_INVOKABLE void edtFClienteChange();
-    Q_INVOKABLE void edtFMaterialChange();
-    Q_INVOKABLE void edtFMaquinaChange();
-    Q_INVOKABLE void edtFFluxoChange();
-    Q_INVOKABLE void PqFNumeroFechaPesquisa();
-    Q_INVOKABLE void PqFClienteFechaPesquisa();
-    Q_INVOKABLE void PqFMaterialFechaPesquisa();
-    Q_INVOKABLE void PqFMaquinaFechaPesquisa();
-    Q_INVOKABLE void PqFFluxoFechaPesquisa();
 
 protected:
     void FormCreate() override;

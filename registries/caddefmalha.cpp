@@ -90,30 +90,10 @@ void TfmCadDefMalha::EdtCodRevExit()
         m_ui->PqRevisor->AbrePesquisa();
 }
 
-void TfmCadDefMalha::EdtCodRevChange()
-{
-    describe(m_ui->EdtCodRev, m_ui->EdtNomRev, u"PESSOAL"_s, u"CODIGO"_s, u"NOME"_s);
-}
-
-void TfmCadDefMalha::PqRevisorFechaPesquisa()
-{
-    takeChosen(m_ui->PqRevisor, u"CODIGO"_s, m_ui->EdtCodRev);
-}
-
 void TfmCadDefMalha::EdtCodQulExit()
 {
     if (!Existe(u"TABQUL"_s, u"CODIGO"_s, Aspas(m_ui->EdtCodQul->text())))
         m_ui->PqQualidade->AbrePesquisa();
-}
-
-void TfmCadDefMalha::EdtCodQulChange()
-{
-    describe(m_ui->EdtCodQul, m_ui->EdtDescQul, u"TABQUL"_s, u"CODIGO"_s);
-}
-
-void TfmCadDefMalha::PqQualidadeFechaPesquisa()
-{
-    takeChosen(m_ui->PqQualidade, u"CODIGO"_s, m_ui->EdtCodQul);
 }
 
 void TfmCadDefMalha::TbDefeitosAfterPost()

@@ -25,11 +25,7 @@ public:
     ~TfmCadDefMalha() override;
 
     Q_INVOKABLE void EdtCodRevExit();
-    Q_INVOKABLE void EdtCodRevChange();
-    Q_INVOKABLE void PqRevisorFechaPesquisa();
     Q_INVOKABLE void EdtCodQulExit();
-    Q_INVOKABLE void EdtCodQulChange();
-    Q_INVOKABLE void PqQualidadeFechaPesquisa();
     Q_INVOKABLE void TbDefeitosAfterPost();
     Q_INVOKABLE void BitBtn1Click();
     Q_INVOKABLE void BitBtn2Click();

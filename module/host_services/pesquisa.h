@@ -18,6 +18,8 @@ class TPesquisa : public QToolButton
     Q_PROPERTY(QString Colunas READ columns WRITE setColunas)
     Q_PROPERTY(QString Titulo READ title WRITE setTitulo)
     Q_PROPERTY(QString Campo READ fieldName WRITE setCampo) ///< name of the code field beside it
+    /// Name of the field that shows what the code stands for: the second column. Empty: nothing does.
+    Q_PROPERTY(QString Descricao READ textName WRITE setDescricao)
 
 public:
     explicit TPesquisa(QWidget *parent = nullptr);
@@ -30,6 +32,10 @@ public:
     void setTitulo(const QString &title) { m_title = title; }
     QString fieldName() const { return m_fieldName; }
     void setCampo(const QString &name) { m_fieldName = name; }
+    QString textName() const { return m_textName; }
+    void setDescricao(const QString &name) { m_textName = name; }
+    QString keyColumn() const { return m_columns.section(u';', 0, 0).section(u'=', 0, 0).trimmed(); }
+    QString textColumn() const { return m_columns.section(u';', 1, 1).section(u'=', 0, 0).trimmed(); }
 
     /// A condition that all rows listed meet, on top of what the user types; empty: none.
     void setFilter(const QString &condition) { m_filter = condition; }
@@ -54,6 +60,7 @@ private:
     QString m_columns;
     QString m_title;
     QString m_fieldName;
+    QString m_textName;
     QString m_filter;
     QString m_select;
     QHash<QString, QString> m_chosen;
