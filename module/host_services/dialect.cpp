@@ -25,9 +25,9 @@ public:
 
     QStringList databaseStatements() const override
     {
-        return {u"CREATE COLLATION QEN_NAME FOR UTF8 FROM UNICODE"_s,
-            u"CREATE COLLATION QEN_NUMBER FOR UTF8 FROM UNICODE 'NUMERIC-SORT=1'"_s,
-            uR"(CREATE FUNCTION UDF_NVL (V NUMERIC(18,3)) RETURNS NUMERIC(18,3) AS
+        return {collation(u"QEN_NAME"_s, u"FROM UNICODE"_s),
+            collation(u"QEN_NUMBER"_s, u"FROM UNICODE ''NUMERIC-SORT=1''"_s),
+            uR"(CREATE OR ALTER FUNCTION UDF_NVL (V NUMERIC(18,3)) RETURNS NUMERIC(18,3) AS
                 BEGIN RETURN COALESCE(V, 0); END)"_s};
     }
 
@@ -88,6 +88,12 @@ public:
             SqlText::quoted(table.toUpper()));
     }
 
+    QString indexesOf(const QString &table) const override
+    {
+        return u"SELECT TRIM(RDB$INDEX_NAME) AS INDICE FROM RDB$INDICES WHERE RDB$RELATION_NAME = %1"_s.arg(
+            SqlText::quoted(table.toUpper()));
+    }
+
     QString addColumn(const QString &table, const QString &column, const QString &type) const override
     {
         return u"ALTER TABLE %1 ADD %2 %3"_s.arg(table, column, type);
@@ -103,6 +109,14 @@ public:
     QString contains(const QString &column, const QString &literal) const override
     {
         return u"%1 CONTAINING %2"_s.arg(column, literal);
+    }
+
+private:
+    static QString collation(const QString &name, const QString &definition)
+    {
+        return uR"(EXECUTE BLOCK AS BEGIN
+            IF (NOT EXISTS (SELECT 1 FROM RDB$COLLATIONS WHERE RDB$COLLATION_NAME = '%1')) THEN
+                EXECUTE STATEMENT 'CREATE COLLATION %1 FOR UTF8 %2'; END)"_s.arg(name, definition);
     }
 };
 
@@ -120,9 +134,9 @@ public:
 
     QStringList databaseStatements() const override
     {
-        return {u"CREATE COLLATION qen_name (provider = icu, locale = 'pt-BR')"_s,
-            u"CREATE COLLATION qen_number (provider = icu, locale = 'und-u-kn-true')"_s,
-            uR"(CREATE FUNCTION udf_nvl (v NUMERIC) RETURNS NUMERIC IMMUTABLE LANGUAGE SQL
+        return {u"CREATE COLLATION IF NOT EXISTS qen_name (provider = icu, locale = 'pt-BR')"_s,
+            u"CREATE COLLATION IF NOT EXISTS qen_number (provider = icu, locale = 'und-u-kn-true')"_s,
+            uR"(CREATE OR REPLACE FUNCTION udf_nvl (v NUMERIC) RETURNS NUMERIC IMMUTABLE LANGUAGE SQL
                 AS $$ SELECT COALESCE(v, 0) $$)"_s};
     }
 
@@ -172,6 +186,12 @@ public:
     {
         return uR"(SELECT UPPER(column_name) AS COLUNA FROM information_schema.columns
                    WHERE table_schema = current_schema() AND table_name = %1)"_s.arg(SqlText::quoted(table.toLower()));
+    }
+
+    QString indexesOf(const QString &table) const override
+    {
+        return uR"(SELECT UPPER(indexname) AS INDICE FROM pg_indexes
+                   WHERE schemaname = current_schema() AND tablename = %1)"_s.arg(SqlText::quoted(table.toLower()));
     }
 
     QString addColumn(const QString &table, const QString &column, const QString &type) const override

@@ -36,7 +36,8 @@ public:
     virtual QString connectOptions() const = 0;
     /// Run once after connecting.
     virtual QStringList sessionStatements() const = 0;
-    /// Run once in a new database, before its tables: collations and functions that the statements rely on.
+    /// Run in a new database before its tables: collations and functions that the statements rely on. They may be run
+    /// again where some are there already.
     virtual QStringList databaseStatements() const = 0;
     /// The statement in the form that the engine takes.
     virtual QString adapted(const QString &statement) const = 0;
@@ -47,6 +48,8 @@ public:
     virtual QString columnType(ColumnKind kind, int length) const = 0;
     /// A statement that lists the columns (COLUNA) of one table, none when there is no such table.
     virtual QString columnsOf(const QString &table) const = 0;
+    /// A statement that lists the indexes (INDICE) of one table.
+    virtual QString indexesOf(const QString &table) const = 0;
     virtual QString addColumn(const QString &table, const QString &column, const QString &type) const = 0;
     virtual QString createIndex(
         const QString &index, const QString &table, const QStringList &columns, bool descending) const = 0;

@@ -45,18 +45,18 @@ Builder::Builder(TTIDatabase &database, const QVector<Table> &tables, const QVec
 {
 }
 
-QStringList Builder::columnsOf(const QString &physical) const
+QStringList Builder::names(const QString &statement) const
 {
-    QStringList names;
-    QSqlQuery query = m_database.run(m_database.dialect().columnsOf(physical));
+    QStringList found;
+    QSqlQuery query = m_database.run(statement);
     while (query.next())
-        names.append(query.value(0).toString().trimmed());
-    return names;
+        found.append(query.value(0).toString().trimmed());
+    return found;
 }
 
 int Builder::version() const
 {
-    if (columnsOf(u"QEN_ESQUEMA"_s).isEmpty())
+    if (names(m_database.dialect().columnsOf(u"QEN_ESQUEMA"_s)).isEmpty())
         return 0;
     return m_database.value(u"SELECT MAX(VERSAO) FROM QEN_ESQUEMA"_s).toInt();
 }
@@ -118,15 +118,8 @@ QList<int> Builder::companies() const
 
 void Builder::createDatabaseObjects()
 {
-    for (const QString &statement : m_database.dialect().databaseStatements()) {
-        try {
-            m_database.run(statement);
-        } catch (const EDatabaseError &error) {
-            // A creation that was cut short left it behind.
-            if (!error.details().contains(u"exists"_s, Qt::CaseInsensitive))
-                throw;
-        }
-    }
+    for (const QString &statement : m_database.dialect().databaseStatements())
+        m_database.run(statement);
 }
 
 void Builder::createTables(int company)
@@ -135,11 +128,12 @@ void Builder::createTables(int company)
         if (table.perCompany != (company > 0))
             continue;
         const QString physical = physicalName(table, company);
-        const QStringList present = columnsOf(physical);
+        const QStringList present = names(m_database.dialect().columnsOf(physical));
         if (present.isEmpty())
             createTable(table, physical);
         else
             addMissingColumns(table, physical, present);
+        createMissingIndexes(table, physical);
     }
 }
 
@@ -152,10 +146,19 @@ void Builder::createTable(const Table &table, const QString &physical)
     if (!table.key.isEmpty())
         parts.append(u"PRIMARY KEY (%1)"_s.arg(table.key.join(u", "_s)));
     m_database.run(u"CREATE TABLE %1 (%2)"_s.arg(physical, parts.join(u", "_s)));
+}
+
+void Builder::createMissingIndexes(const Table &table, const QString &physical)
+{
+    if (table.indexes.isEmpty())
+        return;
+    const Dialect &dialect = m_database.dialect();
+    const QStringList present = names(dialect.indexesOf(physical));
     for (qsizetype i = 0; i < table.indexes.size(); ++i) {
+        const QString name = u"I%1_%2"_s.arg(i + 1).arg(physical);
         const Index &index = table.indexes[i];
-        m_database.run(
-            dialect.createIndex(u"I%1_%2"_s.arg(i + 1).arg(physical), physical, index.columns, index.descending));
+        if (!present.contains(name))
+            m_database.run(dialect.createIndex(name, physical, index.columns, index.descending));
     }
 }
 

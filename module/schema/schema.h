@@ -35,7 +35,8 @@ private:
     void runStep(const Step &step, int company);
     void createTable(const Table &table, const QString &physical);
     void addMissingColumns(const Table &table, const QString &physical, const QStringList &present);
-    QStringList columnsOf(const QString &physical) const;
+    void createMissingIndexes(const Table &table, const QString &physical);
+    QStringList names(const QString &statement) const;
 
     TTIDatabase &m_database;
     QVector<Table> m_tables;
