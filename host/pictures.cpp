@@ -3,10 +3,12 @@
 
 #include "host/pictures.h"
 
+#include "host/demonstrationscale.h"
 #include "host/firststartdialog.h"
 #include "host/logindialog.h"
 #include "host/mainwindow.h"
 #include "host/qenhost.h"
+#include "host/screenusage.h"
 #include "module/host_services/classregistry.h"
 #include "module/host_services/database.h"
 #include "module/host_services/errors.h"
@@ -73,16 +75,18 @@ void Pictures::save(QWidget &widget, const QString &file)
 QStringList Pictures::ofAllScreens(QenHost &host, const QString &folder)
 {
     makeFolder(folder);
+    const DemonstrationScale scale(host.settings());
     QStringList files;
     for (const QString &name : ClassRegistry::names()) {
-        const QPointer<QWidget> screen = host.loadForm(u"qenMalharia"_s, name, false, true);
+        const QPointer<QWidget> screen = host.loadForm(u"qenMalharia"_s, name, true, false);
         if (!screen)
             continue;
+        handOver(*screen);
         screen->resize(screen->sizeHint().expandedTo(smallest));
+        show(*screen);
         files.append(u"%1/%2-empty.png"_s.arg(folder, name));
         save(*screen, files.last());
-        if (screen->metaObject()->indexOfMethod("demonstrate()") >= 0) {
-            QMetaObject::invokeMethod(screen, "demonstrate", Qt::DirectConnection);
+        if (bringIntoUse(*screen)) {
             files.append(u"%1/%2-in-use.png"_s.arg(folder, name));
             save(*screen, files.last());
         }

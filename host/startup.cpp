@@ -6,6 +6,7 @@
 #include "demo/demo.h"
 #include "host/databaseopening.h"
 #include "host/demonstration.h"
+#include "host/demonstrationscale.h"
 #include "host/firstpaint.h"
 #include "host/firststartdialog.h"
 #include "host/logindialog.h"
@@ -24,6 +25,7 @@
 #include <QTemporaryDir>
 
 #include <cstdio>
+#include <optional>
 
 using namespace Qt::StringLiterals;
 
@@ -101,6 +103,9 @@ int runProgram(const Options &options)
     host.login(login.user(), login.company());
     PackageLoader package(packageName);
     package.load();
+    std::optional<DemonstrationScale> scale;
+    if (demonstration)
+        scale.emplace(settings.store());
     MainWindow window(host, engineName(connection.engine), database.settings().database);
     window.show();
     return QApplication::exec();

@@ -9,6 +9,7 @@
 #include "host/paths.h"
 #include "host/session.h"
 #include "host/startup.h"
+#include "module/host_services/comport.h"
 #include "module/host_services/errors.h"
 #include "tests/support/engines.h"
 #include "tests/support/testdatabase.h"
@@ -159,13 +160,18 @@ void TstStartup::withoutSettingsTheDemonstrationIsCreatedOnceAndItsUserLogsIn()
             dialog.accept();
         };
         int screens = 0;
+        QString device;
         someone.work = [&](MainWindow &window) {
             window.openScreen(u"TfmMalhaOF"_s);
+            ComPortSettings scale;
+            scale.port = ComPortSettings::simulatedPort;
+            device = scale.deviceName();
             screens = window.findChild<QTabWidget *>(u"screens"_s)->count();
             QTimer::singleShot(0, &window, &QWidget::close);
         };
         QCOMPARE(runProgram({}), 0);
         QCOMPARE(screens, 1);
+        QVERIFY2(device.startsWith(u"/dev/"_s), qPrintable(device)); // a scale to try with
         QCOMPARE(someone.seen.contains(u"QProgressDialog"_s), first);
         QCOMPARE(someone.seen.last(), u"MainWindow"_s);
     }
