@@ -57,13 +57,16 @@ void LoginDialog::opened(const std::function<bool()> &open)
 {
     if (!isVisible())
         return;
+    m_opening = true;
+    bool isOpen = false;
     try {
-        if (!open())
-            return reject();
+        isOpen = open();
     } catch (...) {
         m_failure = std::current_exception();
-        return reject();
     }
+    m_opening = false;
+    if (!isOpen)
+        return reject();
     m_ui->hint->setText(m_hint);
     m_ui->hint->setVisible(!m_hint.isEmpty());
     listCompanies();
@@ -77,7 +80,7 @@ int LoginDialog::company() const
 void LoginDialog::listCompanies()
 {
     const QString user = m_ui->user->text().trimmed();
-    if (user == m_listedFor || !m_database.isOpen())
+    if (user == m_listedFor || !m_database.isOpen() || m_opening)
         return;
     m_listedFor = user;
     m_ui->company->clear();
@@ -103,7 +106,7 @@ void LoginDialog::refuse(const QString &text, QWidget *atFault)
 
 void LoginDialog::accept()
 {
-    if (!m_database.isOpen())
+    if (m_opening || !m_database.isOpen())
         return;
     // Enter goes on to what is still missing.
     m_ui->problem->hide();
@@ -117,6 +120,12 @@ void LoginDialog::accept()
         m_ui->password->clear();
         refuse(error.sentence(), m_ui->password);
     }
+}
+
+void LoginDialog::reject()
+{
+    if (!m_opening)
+        QDialog::reject();
 }
 
 void LoginDialog::logIn()

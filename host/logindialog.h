@@ -34,6 +34,8 @@ public:
 
     /// Checks the password; what is wrong is told in the dialog, which then stays.
     void accept() override;
+    /// Does nothing while the database is being opened, which may show dialogs of its own.
+    void reject() override;
 
 private:
     void opened(const std::function<bool()> &open);
@@ -47,5 +49,6 @@ private:
     QString m_hint;
     QString m_user;
     std::exception_ptr m_failure;
+    bool m_opening = false;
     QString m_listedFor; ///< whose companies the list holds
 };

@@ -78,10 +78,15 @@ QString TstSettings::refusal() const
 
 void TstSettings::aMissingFileIsWrittenWithExplanationsForItsOwnerAlone()
 {
-    const Settings settings(m_file);
+    const QFile::Permissions others = QFile::ReadGroup | QFile::ReadOther;
+    Settings settings(m_file);
     QVERIFY(read().contains("# motor=firebird"));
-    QCOMPARE(QFile::permissions(m_file) & (QFile::ReadGroup | QFile::ReadOther), QFile::Permissions());
+    QCOMPARE(QFile::permissions(m_file) & others, QFile::Permissions());
     QVERIFY(settings.fileName() == m_file);
+    settings.store().setValue(u"Banco/senha"_s, u"segredo"_s);
+    settings.store().sync();
+    QVERIFY(read().contains("senha=segredo"));
+    QCOMPARE(QFile::permissions(m_file) & others, QFile::Permissions());
 }
 
 void TstSettings::aFolderThatCannotBeWrittenDoesNotKeepTheProgramFromStarting()
