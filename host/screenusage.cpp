@@ -18,12 +18,13 @@ QString value(const QString &statement)
     return Tabela->IBDatabase->value(DBLocal_SQL(statement)).toString();
 }
 
-/// An order that has rolls and still room for one.
+/// An order that has a good many rolls and still room for one.
 QString orderInProduction()
 {
     return value(uR"(
         SELECT MAX(OFM.NUM_OF) FROM {OF_MALHA} OFM
-        WHERE OFM.KG_TOTAL - (SELECT SUM(B.QTDE) FROM {OF_MALHA_BAIXAS} B WHERE B.NUM_OF = OFM.NUM_OF) > 30)"_s);
+        WHERE OFM.KG_TOTAL - (SELECT SUM(B.QTDE) FROM {OF_MALHA_BAIXAS} B WHERE B.NUM_OF = OFM.NUM_OF) > 30
+          AND (SELECT COUNT(*) FROM {OF_MALHA_BAIXAS} B WHERE B.NUM_OF = OFM.NUM_OF) > 8)"_s);
 }
 
 QString worker()
@@ -55,9 +56,10 @@ void handOver(QWidget &screen)
 {
     if (screen.metaObject()->indexOfProperty("NumeroOF") < 0)
         return;
-    const QString of = value(u"SELECT MAX(NUMERO) FROM {DEF_MOV}"_s);
+    const QString of = value(u"SELECT MAX(NUMERO) FROM {DEF_MOV} WHERE QUANT > 1"_s);
     screen.setProperty("NumeroOF", of);
-    screen.setProperty("Rolo", value(u"SELECT MAX(ROLO) FROM {DEF_MOV} WHERE NUMERO = "_s + Aspas(of)).toInt());
+    screen.setProperty(
+        "Rolo", value(u"SELECT MAX(ROLO) FROM {DEF_MOV} WHERE QUANT > 1 AND NUMERO = "_s + Aspas(of)).toInt());
 }
 
 bool bringIntoUse(QWidget &screen)
