@@ -3,7 +3,11 @@
 
 #include "module/host_services/dialect.h"
 
+#include "module/host_services/firebirdcolumns.h"
 #include "module/host_services/sqltext.h"
+
+#include <QSqlQuery>
+#include <QSqlRecord>
 
 using namespace Qt::StringLiterals;
 
@@ -40,6 +44,8 @@ public:
             return value;
         return QByteArray::number(value.toDouble(), 'g', 15).toDouble();
     }
+
+    QSqlRecord shapeOf(const QSqlQuery &query) const override { return FirebirdColumns::of(query); }
 
     Category category(const QSqlError &error) const override
     {
@@ -142,6 +148,7 @@ public:
 
     QString adapted(const QString &statement) const override { return SqlText::withoutAliasInSet(statement); }
     QVariant exact(const QVariant &value) const override { return value; }
+    QSqlRecord shapeOf(const QSqlQuery &query) const override { return query.record(); }
 
     Category category(const QSqlError &error) const override
     {

@@ -9,6 +9,9 @@
 
 #include <memory>
 
+class QSqlQuery;
+class QSqlRecord;
+
 enum class Engine { FirebirdEmbedded, FirebirdServer, PostgreSQL };
 
 /// What a column holds; each engine has its own type for it.
@@ -43,6 +46,8 @@ public:
     virtual QString adapted(const QString &statement) const = 0;
     /// A value as it stands in the table, where the driver gives it otherwise.
     virtual QVariant exact(const QVariant &value) const = 0;
+    /// Names and types of the columns of a select that has run.
+    virtual QSqlRecord shapeOf(const QSqlQuery &query) const = 0;
     virtual EDatabaseError::Category category(const QSqlError &error) const = 0;
 
     virtual QString columnType(ColumnKind kind, int length) const = 0;

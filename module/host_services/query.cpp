@@ -66,7 +66,7 @@ void TTIQuery::Open()
     emit aboutToReset();
     m_query = std::move(opened);
     m_rows.clear();
-    QVector<TField> found = fieldsOf(m_query.record());
+    QVector<TField> found = fieldsOf(m_database->dialect().shapeOf(m_query));
     for (TField &described : found) {
         if (hasField(described.name)) {
             const TField &before = field(described.name);

@@ -102,7 +102,7 @@ bool TTITable::readWhere(const QString &condition, const QString &order)
         statement += u" ORDER BY "_s + order;
     QSqlQuery query = m_database->run(statement + u" FETCH FIRST 1 ROWS ONLY"_s);
     if (fields().isEmpty())
-        setFields(fieldsOf(query.record()));
+        setFields(fieldsOf(m_database->dialect().shapeOf(query)));
     if (!query.next())
         return false;
     m_record.resize(fields().size());
