@@ -44,7 +44,11 @@ LoginDialog::LoginDialog(TTIDatabase &database, QSettings &settings, const QStri
     listCompanies();
 }
 
-LoginDialog::~LoginDialog() = default;
+LoginDialog::~LoginDialog()
+{
+    // A field that goes while it has the focus tells that it was left.
+    m_ui->user->disconnect(this);
+}
 
 void LoginDialog::openOnceShown(const std::function<bool()> &open)
 {

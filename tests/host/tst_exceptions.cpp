@@ -49,7 +49,7 @@ public:
 class StrayWidget : public QWidget
 {
 protected:
-    void mousePressEvent(QMouseEvent *) override { throw EQen(u"Escapou."_s, u"de um clique"_s); }
+    void customEvent(QEvent *) override { throw EQen(u"Escapou."_s, u"de um evento"_s); }
 };
 
 class TstExceptions : public QObject
@@ -219,8 +219,9 @@ void TstExceptions::whatEscapesFromAnEventIsToldAndTheProgramGoesOn()
     QVERIFY(QTest::qWaitForWindowExposed(&stray));
     MessageAnswers answers;
     answers.expect(u"Escapou."_s, QMessageBox::Ok, u"Avulsa"_s);
-    QTest::mouseClick(&stray, Qt::LeftButton);
-    QCOMPARE(answers.shown().first().details, u"de um clique"_s);
+    QEvent event(QEvent::User);
+    QCoreApplication::sendEvent(&stray, &event);
+    QCOMPARE(answers.shown().first().details, u"de um evento"_s);
     QVERIFY(logText().contains(u"Escapou."_s));
 }
 
@@ -233,7 +234,8 @@ void TstExceptions::anExceptionWithoutAnyHostIsToldToo()
     QVERIFY(QTest::qWaitForWindowExposed(&stray));
     MessageAnswers answers;
     answers.expect(u"Escapou."_s);
-    QTest::mouseClick(&stray, Qt::LeftButton);
+    QEvent event(QEvent::User);
+    QCoreApplication::sendEvent(&stray, &event);
 }
 
 int main(int argc, char **argv)
