@@ -73,10 +73,19 @@ QSqlQuery TTIDatabase::run(const QString &statement)
     return query;
 }
 
+bool TTIDatabase::next(QSqlQuery &query) const
+{
+    if (query.next())
+        return true;
+    if (query.lastError().isValid())
+        throw failure(query.lastError(), query.lastQuery());
+    return false;
+}
+
 QVariant TTIDatabase::value(const QString &statement)
 {
     QSqlQuery query = run(statement);
-    return query.next() ? m_dialect->exact(query.value(0)) : QVariant();
+    return next(query) ? m_dialect->exact(query.value(0)) : QVariant();
 }
 
 void TTIDatabase::beginIfSaving()

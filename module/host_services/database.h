@@ -44,6 +44,8 @@ public:
 
     /// Runs one statement; the query stands before its first row. Throws EDatabaseError.
     QSqlQuery run(const QString &statement);
+    /// Moves to the next row. Throws EDatabaseError: an engine may fail while it fetches, which is not the end.
+    bool next(QSqlQuery &query) const;
     /// The first column of the first row; an invalid value when there is no row.
     QVariant value(const QString &statement);
 

@@ -216,7 +216,8 @@ public:
     QString contains(const QString &column, const QString &literal) const override
     {
         // The text is looked for as it stands: its own per cent signs and underscores mean themselves.
-        return u"POSITION(UPPER(%2) IN UPPER(%1)) > 0"_s.arg(column, literal);
+        return u"POSITION(UPPER(%2 COLLATE qen_name) IN UPPER(CAST(%1 AS TEXT) COLLATE qen_name)) > 0"_s.arg(
+            column, literal);
     }
 };
 

@@ -58,6 +58,6 @@ public:
     virtual QString addColumn(const QString &table, const QString &column, const QString &type) const = 0;
     virtual QString createIndex(
         const QString &index, const QString &table, const QStringList &columns, bool descending) const = 0;
-    /// A condition: the text of the column contains the literal, upper or lower case alike.
+    /// A condition: the column, of any type, contains the literal as text, upper or lower case alike.
     virtual QString contains(const QString &column, const QString &literal) const = 0;
 };

@@ -51,7 +51,7 @@ QString lowestFree(const QString &table, const QString &field, int width, const 
     QSqlQuery query =
         database().run(u"SELECT DISTINCT %2 FROM %1 WHERE %2 SIMILAR TO '%3' ORDER BY %2"_s.arg(table, field, digits));
     qlonglong expected = 1;
-    while (query.next() && query.value(0).toString().toLongLong() <= expected) {
+    while (database().next(query) && query.value(0).toString().toLongLong() <= expected) {
         if (query.value(0).toString().toLongLong() == expected)
             ++expected;
     }
@@ -125,7 +125,8 @@ bool Existe(const QString &Tabela, const QString &Campo, const QString &Valor, T
 {
     const QString statement =
         u"SELECT 1 FROM %1 WHERE %2 FETCH FIRST 1 ROWS ONLY"_s.arg(DBLocal(Tabela), conditions(Campo, Valor, u','));
-    return database(Banco).run(statement).next();
+    QSqlQuery query = database(Banco).run(statement);
+    return database(Banco).next(query);
 }
 
 QString Proximo(const QString &Tabela, const QString &Campo, int Largura, bool Flag)

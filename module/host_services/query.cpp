@@ -113,7 +113,7 @@ void TTIQuery::fetch(int atMost)
 {
     QVector<QVector<QVariant>> fetched;
     const int columns = int(fields().size());
-    while (fetched.size() < atMost && m_query.next()) {
+    while (fetched.size() < atMost && m_database->next(m_query)) {
         QVector<QVariant> row(columns);
         for (int i = 0; i < columns; ++i)
             row[i] = m_database->dialect().exact(m_query.value(i));

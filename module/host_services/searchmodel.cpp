@@ -3,6 +3,7 @@
 
 #include "module/host_services/searchmodel.h"
 
+#include "module/host_services/clock.h"
 #include "module/host_services/database.h"
 #include "module/host_services/dataset.h"
 #include "module/host_services/format.h"
@@ -24,6 +25,17 @@ QString shown(const QVariant &value)
     default:
         return value.toString();
     }
+}
+
+/// What is typed as it is shown, a date or a figure, stands otherwise in the table.
+QStringList storedForms(const QString &word)
+{
+    QStringList forms{word};
+    if (const std::optional<QDate> date = Format::parseDate(word, Clock::today()); date && word.contains(u'/'))
+        forms.append(date->toString(Qt::ISODate));
+    if (word.contains(u',') && Format::parseNumber(word))
+        forms.append(QString(word).remove(u'.').replace(u',', u'.')); // with the decimals that were typed
+    return forms;
 }
 
 } // namespace
@@ -71,9 +83,9 @@ QString SearchModel::statement(qsizetype offset) const
         conditions.append(u'(' + m_source.filter + u')');
     for (const QString &word : m_text.split(u' ', Qt::SkipEmptyParts)) {
         QStringList anywhere;
-        for (const QString &name : names) {
-            anywhere.append(
-                m_database.dialect().contains(u"CAST(%1 AS VARCHAR(250))"_s.arg(name), SqlText::quoted(word)));
+        for (const QString &form : storedForms(word)) {
+            for (const QString &name : names)
+                anywhere.append(m_database.dialect().contains(name, SqlText::quoted(form)));
         }
         conditions.append(u'(' + anywhere.join(u" OR "_s) + u')');
     }
@@ -91,7 +103,7 @@ QVector<QVector<QVariant>> SearchModel::page(qsizetype offset)
     QVector<QVector<QVariant>> rows;
     QSqlQuery query = m_database.run(statement(offset));
     const int columns = int(m_source.columns.size());
-    while (query.next()) {
+    while (m_database.next(query)) {
         QVector<QVariant> row(columns);
         for (int i = 0; i < columns; ++i)
             row[i] = query.value(i);

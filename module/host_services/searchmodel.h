@@ -17,7 +17,8 @@ class SearchModel : public QAbstractTableModel
 public:
     SearchModel(TTIDatabase &database, const SearchSource &source, QObject *parent = nullptr);
 
-    /// Rows that hold every word of the text, each in any column, upper or lower case alike.
+    /// Rows that hold every word of the text, each in any column, upper or lower case alike. Dates and figures are
+    /// found as they are shown.
     void setText(const QString &text);
     void sort(int column, Qt::SortOrder order = Qt::AscendingOrder) override;
     int sortColumn() const { return m_sortColumn; }

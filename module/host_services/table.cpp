@@ -103,7 +103,7 @@ bool TTITable::readWhere(const QString &condition, const QString &order)
     QSqlQuery query = m_database->run(statement + u" FETCH FIRST 1 ROWS ONLY"_s);
     if (fields().isEmpty())
         setFields(fieldsOf(m_database->dialect().shapeOf(query)));
-    if (!query.next())
+    if (!m_database->next(query))
         return false;
     m_record.resize(fields().size());
     for (int i = 0; i < m_record.size(); ++i)

@@ -39,8 +39,8 @@ QVector<Table> materialTables()
                 {u"CONCENTRACAO"_s, Real}, {u"NE"_s, Code, 10}, {u"UNIDADE"_s, Code, 3}, {u"OBSERVACAO"_s, Name, 2000},
                 {u"ATIVO"_s, Code, 1}},
             {u"CODIGO"_s},
-            {{{u"CODIGO"_s}, true}, {{u"DESCRICAO"_s}}, {{u"DESCRICAO"_s}, true}, {{u"GRUPO"_s, u"CODIGO"_s}},
-                {{u"CODCLI"_s}}}},
+            {{{u"CODIGO"_s}, true}, {{u"DESCRICAO"_s, u"CODIGO"_s}}, {{u"DESCRICAO"_s, u"CODIGO"_s}, true},
+                {{u"GRUPO"_s, u"CODIGO"_s}}, {{u"CODCLI"_s}}}},
         {u"MAT_OBS"_s, {{u"CODIGO"_s, Code, 15}, {u"OBSERVACAO"_s, Name, 4000}}, {u"CODIGO"_s}},
         {u"COMP_MATERIAL"_s,
             {{u"MATERIAL"_s, Code, 15}, {u"COR"_s, Code, 6}, {u"CODIGO"_s, Code, 15}, {u"COR_I"_s, Code, 6},
@@ -72,7 +72,7 @@ QVector<Table> peopleAndPlacesTables()
 {
     return {
         {u"ENTIDADE"_s, {{u"CODCLI"_s, Code, 5}, {u"NOME"_s, Name, 80}, {u"GRUPO"_s, Code, 6}}, {u"CODCLI"_s},
-            {{{u"CODCLI"_s}, true}, {{u"NOME"_s}}, {{u"NOME"_s}, true}}},
+            {{{u"CODCLI"_s}, true}, {{u"NOME"_s, u"CODCLI"_s}}, {{u"NOME"_s, u"CODCLI"_s}, true}}},
         {u"MAQUINA"_s, {{u"MAQUINA"_s, Code, 3}, {u"DESCRICAO"_s, Name, 60}, {u"NOME"_s, Name, 60}}, {u"MAQUINA"_s}},
         {u"PESSOAL"_s, {{u"CODIGO"_s, Code, 6}, {u"NOME"_s, Name, 60}, {u"TURNO"_s, Code, 2}, {u"ATIVO"_s, Code, 1}},
             {u"CODIGO"_s}},

@@ -56,6 +56,7 @@ private slots:
     void twoStationsOnOneRowConflict();
     void aWrongStatementIsRefused();
     void aTextThatIsTooLongIsRefused();
+    void aRowThatCannotBeFetchedIsNoEnd();
     void aMissingDatabaseIsAConnectionError();
     void aLostConnectionIsAConnectionError();
     void anErrorTellsTheEnginesWordsAndTheStatement();
@@ -301,6 +302,13 @@ void TestDatabaseConnection::aTextThatIsTooLongIsRefused()
     const auto error = errorOf([&] { insert(u"0000001"_s); });
     QCOMPARE(error->category(), Category::Statement);
     QCOMPARE(seen(), 0);
+}
+
+void TestDatabaseConnection::aRowThatCannotBeFetchedIsNoEnd()
+{
+    insert(u"00001"_s);
+    const auto error = errorOf([&] { m_station->value(u"SELECT CAST(NOME AS INTEGER) FROM ENTIDADE_001"_s); });
+    QCOMPARE(error->category(), Category::Statement);
 }
 
 void TestDatabaseConnection::aMissingDatabaseIsAConnectionError()

@@ -39,6 +39,7 @@ private slots:
     void openingAgainReadsAnew();
     void anotherSelectHasItsOwnFields();
     void aFailedSelectLeavesTheRowsAsTheyWere();
+    void aRowThatCannotBeFetchedIsAnError();
     void aClosedQueryHasNoRows();
     void aChangeTellsHowManyRowsItMet();
     void linesOfAStatementAreJoined();
@@ -277,6 +278,17 @@ void TestQuery::aFailedSelectLeavesTheRowsAsTheyWere()
     QVERIFY_THROWS_EXCEPTION(EDatabaseError, open(u"SELECT NADA FROM OF_MALHA_BAIXAS_001"_s));
     QCOMPARE(m_query->rowCount(), 2);
     QCOMPARE(m_query->AsString(u"NUM_BAIXA"_s), u"001"_s);
+}
+
+void TestQuery::aRowThatCannotBeFetchedIsAnError()
+{
+    insertRolls(3);
+    m_data->run(u"UPDATE {OF_MALHA_BAIXAS} SET TURNO = CASE NUM_BAIXA WHEN '003' THEN 'X' ELSE '1' END"_s);
+    const QString select = u"SELECT CAST(TURNO AS INTEGER) AS T FROM OF_MALHA_BAIXAS_001 ORDER BY NUM_BAIXA"_s;
+    QVERIFY_THROWS_EXCEPTION(EDatabaseError, open(select));
+    m_data->run(u"UPDATE {OF_MALHA_BAIXAS} SET TURNO = '1'"_s);
+    open(select);
+    QCOMPARE(m_query->rowCount(), 3);
 }
 
 void TestQuery::aClosedQueryHasNoRows()
