@@ -16,6 +16,7 @@ using namespace Qt::StringLiterals;
 namespace {
 
 constexpr int columnRoom = 14; // pixels beside the text of a column
+constexpr int rowsLookedAt = 50; // for the width of a column
 
 /// Figures are typed in a cell as they are in a field.
 class FieldDelegate : public QStyledItemDelegate
@@ -70,7 +71,6 @@ TDBGrid::TDBGrid(QWidget *parent)
     setTabKeyNavigation(false);
     verticalHeader()->hide();
     horizontalHeader()->setHighlightSections(false);
-    horizontalHeader()->setResizeContentsPrecision(50); // rows looked at for the width of a column
     connect(horizontalHeader(), &QHeaderView::sectionResized, this, [this] { m_sizedByUser |= !m_fitting; });
     connect(horizontalHeader(), &QHeaderView::sectionClicked, this, [this](int section) {
         m_titleField = m_model->fieldName(section);
@@ -93,7 +93,9 @@ void TDBGrid::setDataSet(TDataSet *dataSet)
     connect(dataSet, &TDataSet::wasReset, this, &TDBGrid::followDataSet);
     connect(dataSet, &TDataSet::wasReset, this, [this] {
         m_filled = false;
-        fitColumns();
+        // Rows are fitted when they are there: a reset comes before them.
+        if (m_fittedColumns != m_model->columnCount())
+            fitColumns();
     });
     connect(dataSet, &TDataSet::AfterScroll, this, &TDBGrid::fitFirstRows);
     followDataSet();
@@ -137,11 +139,11 @@ void TDBGrid::fitColumns()
     if (m_sizedByUser || m_model->columnCount() == 0)
         return;
     m_fitting = true;
-    resizeColumnsToContents();
+    m_fittedColumns = m_model->columnCount();
     int widest = 0;
     int total = 0;
     for (int column = 0; column < m_model->columnCount(); ++column) {
-        setColumnWidth(column, columnWidth(column) + columnRoom);
+        setColumnWidth(column, fittingWidth(column));
         total += columnWidth(column);
         const TField &field = dataSet()->field(m_model->fieldName(column));
         if (field.type == TField::Type::Text && columnWidth(column) >= columnWidth(widest))
@@ -153,9 +155,21 @@ void TDBGrid::fitColumns()
     m_fitting = false;
 }
 
+/// For the title and the texts of the first rows. The view's own size hints, cell by cell, would take longer than
+/// reading the rows.
+int TDBGrid::fittingWidth(int column) const
+{
+    const int cellMargins = 2 * (style()->pixelMetric(QStyle::PM_FocusFrameHMargin, nullptr, this) + 1);
+    int width = horizontalHeader()->sectionSizeHint(column);
+    for (int row = 0; row < qMin(rowsLookedAt, m_model->rowCount()); ++row) {
+        const QString text = m_model->index(row, column).data().toString();
+        width = qMax(width, fontMetrics().horizontalAdvance(text) + cellMargins);
+    }
+    return width + columnRoom;
+}
+
 void TDBGrid::fitFirstRows()
 {
-    // A reset comes before the first rows are there.
     if (m_filled || m_model->rowCount() == 0)
         return;
     m_filled = true;

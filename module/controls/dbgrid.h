@@ -38,6 +38,7 @@ protected:
 private:
     void followDataSet();
     void fitColumns();
+    int fittingWidth(int column) const;
     void fitFirstRows();
 
     DataSetModel *m_model;
@@ -46,5 +47,6 @@ private:
     bool m_following = false;
     bool m_fitting = false;
     bool m_sizedByUser = false;
-    bool m_filled = false;
+    bool m_filled = false; ///< the columns were fitted to the rows that are shown
+    int m_fittedColumns = 0;
 };
