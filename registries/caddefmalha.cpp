@@ -49,7 +49,7 @@ void TfmCadDefMalha::FormShow()
 {
     m_ui->edtOF->setText(m_of);
     m_ui->edtRolo->setText(m_roll > 0 ? QString::number(m_roll) : QString());
-    loadHeader();
+    loadRoll();
     TTIQuery catalogue;
     catalogue.SQL.add(DBLocal_SQL(u"SELECT * FROM {DEFEITO} DEFEITO ORDER BY DEFEITO.CODIGO"_s));
     TbDefeitos->EmptyDataSet();
@@ -65,23 +65,23 @@ void TfmCadDefMalha::FormShow()
     m_ui->EdtCodRev->setFocus();
 }
 
-/// Inspector and grade of the roll, as they were recorded with its defects.
-void TfmCadDefMalha::loadHeader()
+/// What is recorded of the roll: inspector, grade, and how often each defect was counted.
+void TfmCadDefMalha::loadRoll()
 {
     TTIQuery recorded;
-    recorded.SQL.add(u"SELECT REVISOR, QUALIDADE FROM "_s + DBLocal(u"DEF_MOV"_s) + u" WHERE NUMERO = "_s + Aspas(m_of)
-        + u" AND ROLO = "_s + QString::number(m_roll) + u" FETCH FIRST 1 ROWS ONLY"_s);
+    recorded.SQL.add(u"SELECT CODIGO, QUANT, REVISOR, QUALIDADE FROM "_s + DBLocal(u"DEF_MOV"_s) + u" WHERE NUMERO = "_s
+        + Aspas(m_of) + u" AND ROLO = "_s + QString::number(m_roll) + u" ORDER BY CODIGO"_s);
     recorded.Open();
     m_ui->EdtCodRev->setText(recorded.AsString(u"REVISOR"_s));
     m_ui->EdtCodQul->setText(recorded.AsString(u"QUALIDADE"_s));
+    m_counted.clear();
+    for (; !recorded.Eof(); recorded.Next())
+        m_counted.insert(recorded.AsString(u"CODIGO"_s), recorded.AsFloat(u"QUANT"_s));
 }
 
 double TfmCadDefMalha::QtdeDefeito(const QString &code) const
 {
-    return database()
-        .value(u"SELECT QUANT FROM "_s + DBLocal(u"DEF_MOV"_s) + u" WHERE NUMERO = "_s + Aspas(m_of) + u" AND ROLO = "_s
-            + QString::number(m_roll) + u" AND CODIGO = "_s + Aspas(code))
-        .toDouble();
+    return m_counted.value(code);
 }
 
 void TfmCadDefMalha::EdtCodRevExit()

@@ -4,6 +4,8 @@
 
 #include "module/form.h"
 
+#include <QHash>
+
 #include <memory>
 
 namespace Ui {
@@ -35,14 +37,15 @@ protected:
     void FormShow() override;
 
 private:
-    double QtdeDefeito(const QString &code) const;
-    void loadHeader();
+    double QtdeDefeito(const QString &code) const; ///< 0 when it was not recorded
+    void loadRoll();
     void save();
 
     std::unique_ptr<Ui::fmCadDefMalha> m_ui;
     TClientDataSet *TbDefeitos;
     QString m_of;
     int m_roll = 0;
+    QHash<QString, double> m_counted; ///< by defect
 };
 
 extern QPointer<TfmCadDefMalha> fmCadDefMalha;
