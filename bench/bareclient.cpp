@@ -15,20 +15,20 @@ const QString connectionName = QStringLiteral("bare");
 } // namespace
 
 BareClient::BareClient(const ConnectionSettings &settings)
+    : m_dialect(Dialect::of(settings.engine))
 {
-    const std::unique_ptr<Dialect> dialect = Dialect::of(settings.engine);
-    m_connection = QSqlDatabase::addDatabase(dialect->driver(), connectionName);
+    m_connection = QSqlDatabase::addDatabase(m_dialect->driver(), connectionName);
     m_connection.setHostName(settings.host);
     if (settings.port > 0)
         m_connection.setPort(settings.port);
     m_connection.setDatabaseName(settings.database);
     m_connection.setUserName(settings.user);
     m_connection.setPassword(settings.password);
-    m_connection.setConnectOptions(dialect->connectOptions());
+    m_connection.setConnectOptions(m_dialect->connectOptions());
     m_connection.setNumericalPrecisionPolicy(QSql::LowPrecisionDouble);
     if (!m_connection.open())
         throw EQen(u"The bare client cannot connect."_s, m_connection.lastError().text());
-    send(dialect->sessionStatements());
+    send(m_dialect->sessionStatements());
 }
 
 BareClient::~BareClient()
@@ -48,22 +48,19 @@ int BareClient::send(const QStringList &statements)
 
 int BareClient::send(const QString &statement)
 {
-    bool sent = true;
-    int rows = 0;
-    if (statement == u"BEGIN"_s) {
-        sent = m_connection.transaction();
-    } else if (statement == u"COMMIT"_s) {
-        sent = m_connection.commit();
-    } else {
-        QSqlQuery query(m_connection);
-        sent = query.exec(statement);
-        const int columns = query.record().count();
-        for (; query.next(); ++rows) {
-            for (int i = 0; i < columns; ++i)
-                query.value(i);
-        }
+    if (statement == u"BEGIN"_s || statement == u"COMMIT"_s) {
+        if (statement == u"BEGIN"_s ? m_connection.transaction() : m_connection.commit())
+            return 0;
+        throw EQen(u"The bare client failed."_s, m_connection.lastError().text());
     }
-    if (!sent)
-        throw EQen(u"The bare client failed: %1"_s.arg(m_connection.lastError().text()), statement);
+    QSqlQuery query(m_connection);
+    if (!query.exec(statement))
+        throw EQen(u"The bare client failed."_s, query.lastError().text() + u'\n' + statement);
+    int rows = 0;
+    const int columns = query.isSelect() ? int(m_dialect->shapeOf(query).count()) : 0;
+    for (; query.next(); ++rows) {
+        for (int i = 0; i < columns; ++i)
+            query.value(i);
+    }
     return rows;
 }

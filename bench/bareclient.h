@@ -22,5 +22,6 @@ public:
 private:
     int send(const QString &statement);
 
+    std::unique_ptr<Dialect> m_dialect;
     QSqlDatabase m_connection;
 };

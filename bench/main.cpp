@@ -83,12 +83,15 @@ int main(int argc, char **argv)
     Application application(argc, argv);
     QCommandLineParser parser;
     parser.addOptions({{u"quick"_s, u"Only show that everything runs: few rows, few runs."_s},
+        {u"runs"_s, u"How often each thing is measured."_s, u"number"_s},
         {u"only"_s, u"Measure one section: rolls, screens, search or start."_s, u"section"_s}});
     parser.addHelpOption();
     parser.process(application);
     try {
-        return run(
-            folder.path(), parser.isSet(u"quick"_s) ? Effort::smoke() : Effort::whole(), parser.value(u"only"_s));
+        Effort effort = parser.isSet(u"quick"_s) ? Effort::smoke() : Effort::whole();
+        if (parser.isSet(u"runs"_s))
+            effort.runs = qMax(1, parser.value(u"runs"_s).toInt());
+        return run(folder.path(), effort, parser.value(u"only"_s));
     } catch (...) {
         const ExceptionText text = ExceptionText::of(std::current_exception());
         say(text.sentence + u' ' + text.details);

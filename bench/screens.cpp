@@ -15,14 +15,8 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-struct Opening
-{
-    double milliseconds = 0;
-    QSize size;
-    QString emptyClass;
-};
-
-Opening open(BenchStation &station, const QString &className)
+/// From the menu's call until the screen stands painted, in milliseconds.
+double open(BenchStation &station, const QString &className)
 {
     Clockwork clock;
     clock.start();
@@ -32,22 +26,23 @@ Opening open(BenchStation &station, const QString &className)
     while (!painted)
         QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
     clock.pause();
-    const Opening opening{clock.milliseconds(), form->size(), EmptyScreens::classLike(form)};
     BenchStation::close(form);
-    return opening;
+    return clock.milliseconds();
 }
 
-Comparison measureScreen(const Bench &bench, const QString &className, const QString &orders)
+Comparison measureScreen(const Bench &bench, const QString &screen, int orders)
 {
     constexpr double atMost = 3;
-    Comparison result{u"opening %1, %2 orders"_s.arg(className, orders), bench.database.engineName(), atMost, {}, {}};
+    const QString empty = EmptyScreens::classLike(screen);
+    if (empty.isEmpty())
+        throw EQen(u"There is no form for %1."_s.arg(screen));
+    Comparison result{u"opening %1, %2 orders"_s.arg(screen).arg(orders), bench.database.engineName(), atMost, {}, {}};
     for (int run = -bench.effort.warmUps; run < bench.effort.runs; ++run) {
-        const Opening opening = open(bench.station, className);
-        EmptyScreens::setSize(opening.size);
-        const Opening empty = open(bench.station, opening.emptyClass);
+        const double program = open(bench.station, screen);
+        const double floor = open(bench.station, empty);
         if (run >= 0) {
-            result.program.add(opening.milliseconds);
-            result.floor.add(empty.milliseconds);
+            result.program.add(program);
+            result.floor.add(floor);
         }
     }
     return result;
@@ -58,14 +53,13 @@ Comparison measureScreen(const Bench &bench, const QString &className, const QSt
 QVector<Comparison> measureScreens(const Bench &bench)
 {
     const QStringList screens = ClassRegistry::names();
-    EmptyScreens::registerClasses();
+    const EmptyScreens::Registration empty;
     QVector<Comparison> results;
     for (const int company : {BenchStation::firstCompany, BenchStation::secondCompany}) {
         bench.station.enter(company);
-        const int orders = company == BenchStation::firstCompany ? bench.effort.fewOrders : bench.effort.manyOrders;
+        const bool few = company == BenchStation::firstCompany;
         for (const QString &screen : screens)
-            results.append(measureScreen(bench, screen, QString::number(orders)));
+            results.append(measureScreen(bench, screen, few ? bench.effort.fewOrders : bench.effort.manyOrders));
     }
-    EmptyScreens::unregisterClasses();
     return results;
 }
