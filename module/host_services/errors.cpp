@@ -25,7 +25,7 @@ QString sentenceFor(EDatabaseError::Category category)
 } // namespace
 
 EQen::EQen(const QString &sentence, const QString &details)
-    : std::runtime_error(sentence.toStdString())
+    : std::runtime_error((details.isEmpty() ? sentence : sentence + u'\n' + details).toStdString())
     , m_sentence(sentence)
     , m_details(details)
 {

@@ -99,6 +99,12 @@ void MessageAnswers::answer(QWidget *window)
     const Expected expected = m_expected.takeFirst();
     compare(expected, shown);
     const QPointer<QWidget> alive(window);
+    window->activateWindow();
+    // Not qWaitForWindowActive(): for it a box is active when its parent is.
+    if (!QTest::qWaitFor([&] { return !alive || QApplication::activeWindow() == window; }))
+        fail(u"Does not come up: \"%1\""_s.arg(shown.title));
+    if (!alive)
+        return;
     expected.use(window);
     if (alive && alive->isVisible()) {
         fail(u"Stayed open: \"%1\" %2"_s.arg(shown.title, shown.text));

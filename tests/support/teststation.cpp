@@ -5,6 +5,7 @@
 
 #include "module/form.h"
 #include "module/host_services/clock.h"
+#include "tests/support/keys.h"
 
 #include <QAbstractButton>
 #include <QApplication>
@@ -104,7 +105,7 @@ void TestStation::type(const QString &name, const QString &text)
     QTest::keyClick(field, Qt::Key_A, Qt::ControlModifier);
     if (text.isEmpty())
         QTest::keyClick(field, Qt::Key_Delete);
-    QTest::keyClicks(field, text);
+    Keys::type(field, text);
 }
 
 void TestStation::enter(const QString &name, const QString &text)
