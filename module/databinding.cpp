@@ -88,7 +88,7 @@ void DataBinding::store(QWidget *control, const QString &field)
     else if (auto *date = qobject_cast<TDateEdit *>(control))
         m_table->setValue(field, date->date().isValid() ? QVariant(date->date()) : QVariant());
     else if (auto *line = qobject_cast<QLineEdit *>(control))
-        m_table->setValue(field, line->text());
+        m_table->setValue(field, line->text().trimmed()); // blanks come with a code that was pasted
     else if (auto *text = qobject_cast<QPlainTextEdit *>(control))
         m_table->setValue(field, text->toPlainText());
     m_showing = false;

@@ -280,10 +280,10 @@ void TForm::call(const QMetaMethod &method)
 void TForm::clicked(QAbstractButton *button, const QMetaMethod &method)
 {
     // A button pressed by its mnemonic takes the focus first, so that the field before it runs its exit.
-    if (button->focusPolicy() != Qt::NoFocus && !button->hasFocus()) {
+    if (button->focusPolicy() != Qt::NoFocus && focusWidget() != button) {
         QPointer<QAbstractButton> alive(button);
         button->setFocus();
-        if (!alive || !button->hasFocus())
+        if (!alive || focusWidget() != button)
             return;
     }
     call(method);
@@ -325,6 +325,13 @@ bool TForm::eventFilter(QObject *watched, QEvent *event)
             call(method);
         break;
     }
+    case QEvent::MouseButtonPress:
+    case QEvent::MouseButtonDblClick:
+        // The exit of the field before has taken the focus back: the button was not reached.
+        if (auto *button = qobject_cast<QAbstractButton *>(watched);
+            button && (button->focusPolicy() & Qt::ClickFocus) && focusWidget() != button)
+            return true;
+        break;
     case QEvent::KeyPress:
         if (keyPressed(watched, static_cast<QKeyEvent *>(event)))
             return true;

@@ -16,6 +16,8 @@ RecordBar::RecordBar(QWidget *parent)
 {
     m_ui->setupUi(this);
     Look::addIcons(this);
+    // Both captions of the second bar have the same mnemonic: it confirms, and Esc cancels.
+    m_ui->SbDesistir->setShortcut({});
     // Neither bar moves what stands below when it takes the other's place.
     const int height = qMax(m_ui->PainelBarra->sizeHint().height(), m_ui->PainelConfirma->sizeHint().height());
     m_ui->PainelBarra->setMinimumHeight(height);

@@ -6,6 +6,7 @@
 #include "module/databinding.h"
 #include "module/host_services/busy.h"
 #include "module/host_services/database.h"
+#include "module/host_services/errors.h"
 #include "module/host_services/funcoes.h"
 #include "module/host_services/table.h"
 #include "module/messages.h"
@@ -39,6 +40,8 @@ void TRecordForm::Bar_Confirma(bool editing)
 {
     m_panel->setEnabled(editing);
     m_bars->showConfirmation(editing);
+    if (!editing)
+        setFocus(); // for the keys that move through the records
 }
 
 void TRecordForm::btnincluirClick()
@@ -55,11 +58,23 @@ void TRecordForm::BtnAlteraClick()
 {
     if (isEditing() || m_table->IsEmpty() || !Funcoes::Acessa(className(), u'A', u"0"_s, {}))
         return;
+    readAnew();
     Bar_Confirma(true);
     m_table->Edit();
     startEdit();
     firstField(false)->setFocus();
     showDerived();
+}
+
+/// What another station has saved since the record was read is not to be overwritten unseen.
+void TRecordForm::readAnew()
+{
+    const QString number = recordNumber();
+    m_table->Refresh();
+    if (recordNumber() == number)
+        return;
+    showDerived();
+    throw EDatabaseError(EDatabaseError::Category::Conflict, {}, u"O registro não existe mais."_s, {});
 }
 
 void TRecordForm::BtExcluirClick()
@@ -166,7 +181,8 @@ void TRecordForm::sbUltimoClick()
 bool TRecordForm::FormKeyDown(QKeyEvent *event)
 {
     const bool control = event->modifiers() == Qt::ControlModifier;
-    if (isEditing() || (event->modifiers() != Qt::NoModifier && !control))
+    // Where the record is not seen, the keys belong to what is.
+    if (isEditing() || !m_panel->isVisible() || (event->modifiers() != Qt::NoModifier && !control))
         return TForm::FormKeyDown(event);
     if (event->key() == Qt::Key_PageUp && !control)
         sbAnteriorClick();

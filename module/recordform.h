@@ -68,6 +68,7 @@ protected:
     bool mayClose() override;
 
 private:
+    void readAnew();
     void save();
     void move(void (TTITable::*step)());
 
