@@ -356,6 +356,7 @@ bool TForm::keyPressed(QObject *watched, QKeyEvent *event)
         run([&] { method.invoke(this, Qt::DirectConnection, Q_ARG(QKeyEvent *, event)); });
         if (event->isAccepted())
             return true;
+        event->accept(); // as it came: an ignored Tab would move on in the field and once more in the form
     }
     const bool enter = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
     const bool plain = !(event->modifiers() & ~Qt::KeypadModifier);
