@@ -16,7 +16,7 @@ QVector<Label> of(const QString &orderNumber, double totalKg, double rollKg)
     // In grams: 0.3 kg are three rolls of 0.1 kg.
     const qint64 total = std::llround(totalKg * 1000);
     const qint64 roll = std::llround(rollKg * 1000);
-    const qint64 rolls = roll > 0 ? total / roll : 0;
+    const qint64 rolls = roll > 0 ? qMax<qint64>(0, total / roll) : 0;
     if (rolls > mostLabels)
         throw EQen(u"A OF daria %1 etiquetas. Verifique o peso e o KG Rolo."_s.arg(rolls));
     QVector<Label> labels;

@@ -154,6 +154,7 @@ void TfmMalhaOF::edtClienteChange()
 {
     describe(m_ui->PqCliente);
     m_ui->PqMaterial->setSQL(Gera_Sql());
+    filterClients();
 }
 
 void TfmMalhaOF::edtClienteExit()
@@ -193,10 +194,15 @@ void TfmMalhaOF::showMaterial(const QString &material)
     m_ui->edtMaximo->setValue(found.AsFloat(u"MAXIMO"_s));
     m_ui->edtConcentracao->setValue(found.AsFloat(u"CONCENTRACAO"_s));
     m_ui->MemoObsMaterial->setPlainText(found.AsString(u"OBSERVACAO"_s));
-    // A fabric that belongs to a client is knitted for that client, or for the one already typed.
-    const QString owner = found.AsString(u"CODCLI"_s);
-    m_ui->PqCliente->setFilter(owner.isEmpty() ? QString()
-                                               : u"CODCLI = "_s + Aspas(owner) + u" OR CODCLI = "_s
+    m_fabricOwner = found.AsString(u"CODCLI"_s);
+    filterClients();
+}
+
+/// A fabric that belongs to a client is knitted for that client, or for the one already typed.
+void TfmMalhaOF::filterClients()
+{
+    m_ui->PqCliente->setFilter(m_fabricOwner.isEmpty() ? QString()
+                                                       : u"CODCLI = "_s + Aspas(m_fabricOwner) + u" OR CODCLI = "_s
                 + Aspas(m_ui->edtCliente->text().trimmed()) + u" OR CODCLI IS NULL"_s);
 }
 
@@ -289,6 +295,7 @@ bool TfmMalhaOF::Valida_Dados()
         {roll > total, u"KG Rolo ultrapassa o peso. Impossível Continuar."_s, m_ui->edtKGRolo},
         {roll == 0, u"KG Rolo Zerado. Impossível Continuar."_s, m_ui->edtKGRolo},
         {total == 0, u"KG Total Zerado. Impossível Continuar."_s, m_ui->edtKGTotal},
+        {roll < 0, u"KG Rolo Zerado. Impossível Continuar."_s, m_ui->edtKGRolo},
         {m_ui->edtMaquina->text().trimmed().isEmpty(), u"Máquina Inválida. Impossível Continuar."_s, m_ui->edtMaquina},
         {m_ui->edtMaterial->text().trimmed().isEmpty(), u"Material Inválido. Impossível Continuar."_s,
             m_ui->edtMaterial},
@@ -328,7 +335,8 @@ bool TfmMalhaOF::mayDelete()
 void TfmMalhaOF::deleteDependents()
 {
     // A roll may have been written off since the question was asked.
-    RollRegister(database()).lock(recordNumber());
+    if (!RollRegister(database()).lock(recordNumber()))
+        throw EDatabaseError(EDatabaseError::Category::Conflict, {}, u"O registro não existe mais."_s, {});
     if (hasWriteOffs())
         throw EQen(u"OF possui baixas. Para excluir a OF é necessário estornar as baixas."_s);
     database().run(u"DELETE FROM "_s + DBLocal(u"BAIXA_FIO"_s) + u" WHERE NUMERO = "_s + Aspas(recordNumber()));

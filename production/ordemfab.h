@@ -61,12 +61,14 @@ private:
     void fillDefaults(const QString &material);
     bool acceptsActiveColours(const QString &material);
     void showMaterial(const QString &material);
+    void filterClients();
     bool hasWriteOffs() const;
     QString consultStatement() const;
 
     std::unique_ptr<Ui::fmMalhaOF> m_ui;
     TTITable *tbOF_Malha;
     TTIQuery *m_consult;
+    QString m_fabricOwner; ///< client whose fabric it is; empty: anybody's
     QString m_acceptedMaterial; ///< the last one whose exit went through
 };
 
