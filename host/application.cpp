@@ -38,7 +38,7 @@ void logMessage(QtMsgType type, const QMessageLogContext &context, const QString
         previousHandler(type, context, text);
 }
 
-void report(QObject *receiver, std::exception_ptr error)
+void report(QObject *receiver, const std::exception_ptr &error)
 {
     auto *widget = qobject_cast<QWidget *>(receiver);
     try {

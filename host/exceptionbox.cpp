@@ -31,7 +31,7 @@ void nameDetailsButton(QMessageBox &box)
 
 } // namespace
 
-ExceptionText ExceptionText::of(std::exception_ptr error)
+ExceptionText ExceptionText::of(const std::exception_ptr &error)
 {
     try {
         if (error)

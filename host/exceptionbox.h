@@ -14,7 +14,7 @@ struct ExceptionText
     QString sentence;
     QString details; ///< may be empty
 
-    static ExceptionText of(std::exception_ptr error);
+    static ExceptionText of(const std::exception_ptr &error);
 };
 
 /// One box with the sentence, titled like the form, and a button "Detalhes..." where there are details. Returns when

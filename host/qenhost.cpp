@@ -39,12 +39,6 @@ const QStringList &pictureEndings()
     return endings;
 }
 
-bool isFileName(const QString &code)
-{
-    return !code.isEmpty() && !code.contains(u'/') && !code.contains(u'\\') && !code.contains(QChar(u'\0'))
-        && !code.contains(u".."_s);
-}
-
 } // namespace
 
 QenHost::QenHost(QSettings &settings)
@@ -184,11 +178,12 @@ QString QenHost::printerOf(const QString &layout) const
 QString QenHost::findFile(const QString &code, const QString &folder, TTipo)
 {
     const QString wanted = code.trimmed();
-    if (!isFileName(wanted))
+    if (wanted.isEmpty())
         return {};
     QString searched = folder.isEmpty() ? m_settings.value(u"Pastas/imagens"_s).toString() : folder;
     if (searched.isEmpty())
         searched = Paths::imagesFolder();
+    // The code is compared with the names in the folder and never made a part of a path.
     QString found;
     qsizetype rank = pictureEndings().size();
     QDirIterator files(searched, QDir::Files);

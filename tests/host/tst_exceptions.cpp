@@ -63,6 +63,7 @@ private slots:
 
     void aRefusedStatementIsToldInOneSentenceWithTheEnginesWordsBehindDetails();
     void whatWasDoneBeforeIsUndone();
+    void whatIsStillOpenWhenAFailureIsToldIsUndone();
     void theBusyMarkerGoesAndTheScreenStays();
     void aStrangeExceptionIsToldInAGeneralSentence();
     void theDetailsButtonIsPortugueseBeforeAndAfterItIsPressed();
@@ -154,6 +155,17 @@ void TstExceptions::whatWasDoneBeforeIsUndone()
     // And the connection can be worked with.
     m_tables->IBDatabase->run(u"INSERT INTO CADCOR_001 (COR, DESCRICAO) VALUES ('000009', 'Verde')"_s);
     QCOMPARE(m_database->count(u"CADCOR"_s, u"COR = '000009'"_s), 1);
+}
+
+void TstExceptions::whatIsStillOpenWhenAFailureIsToldIsUndone()
+{
+    MessageAnswers answers;
+    answers.expect(u"Sem papel."_s);
+    Save save(*m_tables->IBDatabase);
+    m_tables->IBDatabase->run(u"INSERT INTO CADCOR_001 (COR, DESCRICAO) VALUES ('000009', 'Verde')"_s);
+    m_host->showException(m_form, std::make_exception_ptr(EQen(u"Sem papel."_s)));
+    QVERIFY(!m_tables->IBDatabase->inTransaction());
+    QCOMPARE(m_database->count(u"CADCOR"_s, u"COR = '000009'"_s), 0);
 }
 
 void TstExceptions::theBusyMarkerGoesAndTheScreenStays()

@@ -193,6 +193,7 @@ void TstLoginDialog::theDatabaseIsOpenedWhenTheDialogStandsOnTheScreen()
     QCOMPARE(dialog.findChild<QComboBox *>(u"company"_s)->count(), 2);
     QCOMPARE(dialog.findChild<QLabel *>(u"hint"_s)->text(), u"Dados de demonstração"_s);
     QVERIFY(dialog.isVisible());
+    QVERIFY(!dialog.findChild<QLabel *>(u"problem"_s)->isVisible());
 }
 
 void TstLoginDialog::whoGivesUpTheOpeningGivesUpTheLogin()
