@@ -61,6 +61,9 @@ void TfmMalhaOF::FormCreate()
     m_ui->edtAte->setDate(Clock::today());
     openTable(tbOF_Malha, u"OF_MALHA"_s, u"NUM_OF"_s);
     m_ui->PageControl->setCurrentWidget(m_ui->TabOrdem);
+    // The bar acts on the order, so only where it is seen; "Consulta" has buttons of its own.
+    connect(m_ui->PageControl, &QTabWidget::currentChanged, this,
+        [this] { m_ui->Barras->setEnabled(m_ui->PageControl->currentWidget() == m_ui->TabOrdem); });
     // The handlers are tied after this; what depends on the record is shown here once.
     edtOFChange();
     edtClienteChange();

@@ -70,6 +70,10 @@ void TfmMalhaOF::DBGrid1DblClick()
 {
     if (m_consult->IsEmpty())
         return;
-    tbOF_Malha->Locate(u"NUM_OF"_s, {m_consult->AsString(u"NUMERO"_s)});
+    if (!tbOF_Malha->Locate(u"NUM_OF"_s, {m_consult->AsString(u"NUMERO"_s)})) {
+        refuse(u"A OF não existe mais."_s, m_ui->DBGrid1);
+        return;
+    }
     m_ui->PageControl->setCurrentWidget(m_ui->TabOrdem);
+    showDerived();
 }

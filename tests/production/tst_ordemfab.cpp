@@ -255,7 +255,6 @@ void TestOrdemFab::incluirOpensAnEmptyRecordForTyping()
     OrderStation station;
     station.insertOrder({.observation = u"Urgente"_s});
     station.openOrders();
-    station.child<QTabWidget>(u"PageControl"_s)->setCurrentIndex(1);
     station.click(u"btnincluir"_s);
     QVERIFY(station.isEditing());
     QCOMPARE(station.focus(), u"edtOF"_s);
