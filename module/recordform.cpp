@@ -21,6 +21,7 @@ TRecordForm::TRecordForm() = default;
 void TRecordForm::openTable(TTITable *table, const QString &logicalName, const QString &key)
 {
     m_table = table;
+    m_key = key.split(u';');
     m_bars = findChild<RecordBar *>(u"Barras"_s);
     m_panel = findChild<QWidget *>(u"PainelDados"_s);
     m_binding = new DataBinding(table, this);
@@ -49,7 +50,12 @@ void TRecordForm::btnincluirClick()
     if (isEditing() || !Funcoes::Acessa(className(), u'A', u"0"_s, {}))
         return;
     m_table->Append();
-    newRecord();
+    try {
+        newRecord();
+    } catch (...) {
+        m_table->Cancel(); // without its number it is no record to go on with
+        throw;
+    }
     Bar_Confirma(true);
     firstField(true)->setFocus();
 }
@@ -66,12 +72,20 @@ void TRecordForm::BtnAlteraClick()
     showDerived();
 }
 
+QVariantList TRecordForm::keyValues() const
+{
+    QVariantList values;
+    for (const QString &column : m_key)
+        values.append(m_table->value(column));
+    return values;
+}
+
 /// What another station has saved since the record was read is not to be overwritten unseen.
 void TRecordForm::readAnew()
 {
-    const QString number = recordNumber();
+    const QVariantList before = keyValues();
     m_table->Refresh();
-    if (recordNumber() == number)
+    if (keyValues() == before)
         return;
     showDerived();
     throw EDatabaseError(EDatabaseError::Category::Conflict, {}, u"O registro não existe mais."_s, {});
@@ -81,7 +95,7 @@ void TRecordForm::BtExcluirClick()
 {
     if (isEditing() || m_table->IsEmpty() || !Funcoes::Acessa(className(), u'E', u"0"_s, {}))
         return;
-    if (!mayDelete() || !Messages::askDelete(this))
+    if (!mayDelete() || !askDelete())
         return;
     const QString number = recordNumber();
     const LogTexts texts = logTexts();
@@ -89,8 +103,14 @@ void TRecordForm::BtExcluirClick()
     deleteDependents();
     m_table->Delete();
     save.CommitRetaining();
-    Funcoes::GeraLog(texts.label, texts.deleted + number, olExclusao, number);
+    if (!texts.deleted.isEmpty())
+        Funcoes::GeraLog(texts.label, texts.deleted + number, olExclusao, number);
     showDerived();
+}
+
+bool TRecordForm::askDelete()
+{
+    return Messages::askDelete(this);
 }
 
 void TRecordForm::SbConsultaClick()
@@ -112,26 +132,28 @@ void TRecordForm::BtSaidaClick()
 
 void TRecordForm::SbConfirmarClick()
 {
-    if (!isEditing())
+    if (!isEditing() || !mayConfirm())
         return;
     const Busy busy(this);
     if (!Valida_Dados())
         return;
+    const bool inserting = m_table->state() == TTITable::State::Insert;
+    const QString number = recordNumber();
     save();
     m_table->Refresh();
     Bar_Confirma(false);
     showDerived();
+    // What was saved stays saved and is shown, even if its line in the log cannot be written.
+    if (logTexts().afterCommit)
+        writeLog(inserting, number);
 }
 
 void TRecordForm::save()
 {
-    const bool inserting = m_table->state() == TTITable::State::Insert;
-    const QString number = recordNumber();
-    const LogTexts texts = logTexts();
     try {
         Save save(database());
-        Funcoes::GeraLog(texts.label, (inserting ? texts.inserted : texts.changed) + number,
-            inserting ? olInclusao : olAlteracao, number);
+        if (!logTexts().afterCommit)
+            writeLog(m_table->state() == TTITable::State::Insert, recordNumber());
         m_table->Post();
         writeDependents();
         save.CommitRetaining();
@@ -141,12 +163,20 @@ void TRecordForm::save()
     }
 }
 
+void TRecordForm::writeLog(bool inserting, const QString &number) const
+{
+    const LogTexts texts = logTexts();
+    Funcoes::GeraLog(texts.label, (inserting ? texts.inserted : texts.changed) + number,
+        inserting ? texts.insertedAs : olAlteracao, number);
+}
+
 void TRecordForm::SbDesistirClick()
 {
     if (!isEditing())
         return;
     Bar_Confirma(false);
     m_table->Cancel();
+    m_table->Refresh();
     showDerived();
 }
 
