@@ -56,6 +56,19 @@ QByteArray fingerprint(TTIDatabase &database, const Schema::Table &table, const 
         + QByteArray::number(rows.size()).prepend(' ');
 }
 
+/// The rolls of the first company, all but their dates.
+QStringList rollsOf(TTIDatabase &database)
+{
+    QStringList rolls;
+    QSqlQuery query = database.run(u"SELECT NUM_OF, NUM_BAIXA, TURNO, FUNCIONARIO, QTDE FROM OF_MALHA_BAIXAS_001"
+                                   " ORDER BY NUM_OF, NUM_BAIXA"_s);
+    while (query.next()) {
+        rolls.append(u"%1/%2: %3 %4 %5"_s.arg(query.value(0).toString(), query.value(1).toString(),
+            query.value(2).toString(), query.value(3).toString(), text(query.value(4))));
+    }
+    return rolls;
+}
+
 std::map<QString, QByteArray> fingerprints(TTIDatabase &database)
 {
     std::map<QString, QByteArray> result;
@@ -148,9 +161,9 @@ void tst_demo::onAnotherDayOnlyTheDatesDiffer()
     const QDate monday(2027, 2, 15);
     Clock::pin(monday.startOfDay());
     Demo::create(later.connection());
-    const QString rolls = u"SELECT NUM_OF, NUM_BAIXA, TURNO, FUNCIONARIO, QTDE FROM {OF_MALHA_BAIXAS}"
-                          " ORDER BY NUM_OF, NUM_BAIXA"_s;
-    QVERIFY(later.rows(rolls) == m_created.at(Engines::current())->rows(rolls));
+    const QStringList rolls = rollsOf(later.connection());
+    QVERIFY(rolls.size() > 5000);
+    QVERIFY(rolls == rollsOf(database()));
     const QDate last = later.value(u"SELECT MAX(DATA) FROM {OF_MALHA_BAIXAS}"_s).toDate();
     QCOMPARE(last, QDate(2027, 2, 13)); // the Saturday
 }
