@@ -7,6 +7,8 @@
 #include <QString>
 #include <QVector>
 
+#include <memory>
+
 /// One unit of a package: it registers its one screen class. Starts are counted, so that a second one does nothing
 /// and only the last stop withdraws the class.
 class Unit
@@ -15,9 +17,9 @@ public:
     template <class Form> static Unit of(const QString &caption)
     {
         return Unit({QString::fromLatin1(Form::staticMetaObject.className()), caption, [] {
-                         auto *form = new Form;
+                         auto form = std::make_unique<Form>();
                          form->Create();
-                         return form;
+                         return form.release();
                      }});
     }
 

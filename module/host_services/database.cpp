@@ -39,6 +39,7 @@ void TTIDatabase::open(const ConnectionSettings &settings)
         const QSqlError error = connection.lastError();
         throw EDatabaseError(EDatabaseError::Category::Connection, error.nativeErrorCode(), error.text(), {});
     }
+    m_lost = false;
     for (const QString &statement : m_dialect->sessionStatements())
         run(statement);
 }
@@ -62,8 +63,17 @@ bool TTIDatabase::isOpen() const
     return QSqlDatabase::contains(m_name) && connection().isOpen();
 }
 
+void TTIDatabase::reconnectIfLost()
+{
+    if (!m_lost || m_inTransaction)
+        return;
+    const ConnectionSettings settings = m_settings;
+    open(settings);
+}
+
 QSqlQuery TTIDatabase::run(const QString &statement)
 {
+    reconnectIfLost();
     beginIfSaving();
     QSqlQuery query(connection());
     const QString adapted = m_dialect->adapted(statement);
@@ -133,7 +143,9 @@ EDatabaseError TTIDatabase::failure(const QSqlError &error, const QString &state
     QString text = error.databaseText().trimmed();
     if (text.isEmpty())
         text = error.driverText().trimmed();
-    return {m_dialect->category(error), error.nativeErrorCode(), text, statement};
+    const EDatabaseError::Category category = m_dialect->category(error);
+    m_lost = m_lost || category == EDatabaseError::Category::Connection;
+    return {category, error.nativeErrorCode(), text, statement};
 }
 
 Save::Save(TTIDatabase &database)

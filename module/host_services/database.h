@@ -25,6 +25,8 @@ struct ConnectionSettings
 ///
 /// A statement outside of a Save stands by itself: a select sees what is committed at that moment, a change is
 /// committed at once. Within a Save the first statement begins a transaction.
+///
+/// A connection that was lost fails the statement that finds out, and what was open then; the next one connects anew.
 class TTIDatabase : public QObject
 {
     Q_OBJECT
@@ -61,6 +63,7 @@ public:
 
 private:
     friend class Save;
+    void reconnectIfLost();
     void beginIfSaving();
     void tell(const QString &statement) const;
     EDatabaseError failure(const QSqlError &error, const QString &statement) const;
@@ -71,6 +74,7 @@ private:
     int m_saves = 0;
     bool m_partFailed = false; ///< an inner save ended without its commit
     bool m_inTransaction = false;
+    mutable bool m_lost = false; ///< a statement found no connection any more
     Observer m_observer;
 };
 

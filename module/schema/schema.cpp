@@ -124,17 +124,27 @@ void Builder::createDatabaseObjects()
 
 void Builder::createTables(int company)
 {
+    QVector<Table> wanted;
     for (const Table &table : m_tables) {
-        if (table.perCompany != (company > 0))
-            continue;
+        if (table.perCompany == (company > 0))
+            wanted.append(table);
+    }
+    // Two transactions, not one commit per statement, which a slow disk makes felt; and not one alone, because an index
+    // needs a table that is committed.
+    Save tables(m_database);
+    for (const Table &table : wanted) {
         const QString physical = physicalName(table, company);
         const QStringList present = names(m_database.dialect().columnsOf(physical));
         if (present.isEmpty())
             createTable(table, physical);
         else
             addMissingColumns(table, physical, present);
-        createMissingIndexes(table, physical);
     }
+    tables.CommitRetaining();
+    Save indexes(m_database);
+    for (const Table &table : wanted)
+        createMissingIndexes(table, physicalName(table, company));
+    indexes.CommitRetaining();
 }
 
 void Builder::createTable(const Table &table, const QString &physical)
