@@ -15,11 +15,6 @@ namespace {
 
 using Category = EDatabaseError::Category;
 
-QString exactType(ColumnKind kind)
-{
-    return kind == ColumnKind::Kilograms ? u"NUMERIC(15,3)"_s : u"NUMERIC(15,2)"_s;
-}
-
 class Firebird : public Dialect
 {
 public:
@@ -62,30 +57,16 @@ public:
         return Category::Statement;
     }
 
-    QString columnType(ColumnKind kind, int length) const override
+    QString collate(ColumnKind kind) const override
     {
         switch (kind) {
-        case ColumnKind::Code:
-            return u"VARCHAR(%1)"_s.arg(length);
         case ColumnKind::Name:
-            return u"VARCHAR(%1) COLLATE QEN_NAME"_s.arg(length);
+            return u" COLLATE QEN_NAME"_s;
         case ColumnKind::Number:
-            return u"VARCHAR(%1) COLLATE QEN_NUMBER"_s.arg(length);
-        case ColumnKind::Kilograms:
-        case ColumnKind::Money:
-            return exactType(kind);
-        case ColumnKind::Real:
-            return u"DOUBLE PRECISION"_s;
-        case ColumnKind::Integer:
-            return u"INTEGER"_s;
-        case ColumnKind::Date:
-            return u"DATE"_s;
-        case ColumnKind::Time:
-            return u"TIME"_s;
-        case ColumnKind::Timestamp:
-            break;
+            return u" COLLATE QEN_NUMBER"_s;
+        default:
+            return {};
         }
-        return u"TIMESTAMP"_s;
     }
 
     QString columnsOf(const QString &table) const override
@@ -163,30 +144,16 @@ public:
         return Category::Statement;
     }
 
-    QString columnType(ColumnKind kind, int length) const override
+    QString collate(ColumnKind kind) const override
     {
         switch (kind) {
-        case ColumnKind::Code:
-            return u"VARCHAR(%1) COLLATE \"C\""_s.arg(length);
         case ColumnKind::Name:
-            return u"VARCHAR(%1) COLLATE qen_name"_s.arg(length);
+            return u" COLLATE qen_name"_s;
         case ColumnKind::Number:
-            return u"VARCHAR(%1) COLLATE qen_number"_s.arg(length);
-        case ColumnKind::Kilograms:
-        case ColumnKind::Money:
-            return exactType(kind);
-        case ColumnKind::Real:
-            return u"DOUBLE PRECISION"_s;
-        case ColumnKind::Integer:
-            return u"INTEGER"_s;
-        case ColumnKind::Date:
-            return u"DATE"_s;
-        case ColumnKind::Time:
-            return u"TIME"_s;
-        case ColumnKind::Timestamp:
-            break;
+            return u" COLLATE qen_number"_s;
+        default:
+            return u" COLLATE \"C\""_s;
         }
-        return u"TIMESTAMP"_s;
     }
 
     QString columnsOf(const QString &table) const override
@@ -222,6 +189,31 @@ public:
 };
 
 } // namespace
+
+QString Dialect::columnType(ColumnKind kind, int length) const
+{
+    switch (kind) {
+    case ColumnKind::Code:
+    case ColumnKind::Name:
+    case ColumnKind::Number:
+        return u"VARCHAR(%1)"_s.arg(length) + collate(kind);
+    case ColumnKind::Kilograms:
+        return u"NUMERIC(15,3)"_s;
+    case ColumnKind::Money:
+        return u"NUMERIC(15,2)"_s;
+    case ColumnKind::Real:
+        return u"DOUBLE PRECISION"_s;
+    case ColumnKind::Integer:
+        return u"INTEGER"_s;
+    case ColumnKind::Date:
+        return u"DATE"_s;
+    case ColumnKind::Time:
+        return u"TIME"_s;
+    case ColumnKind::Timestamp:
+        break;
+    }
+    return u"TIMESTAMP"_s;
+}
 
 std::unique_ptr<Dialect> Dialect::of(Engine engine)
 {

@@ -50,7 +50,9 @@ public:
     virtual QSqlRecord shapeOf(const QSqlQuery &query) const = 0;
     virtual EDatabaseError::Category category(const QSqlError &error) const = 0;
 
-    virtual QString columnType(ColumnKind kind, int length) const = 0;
+    QString columnType(ColumnKind kind, int length) const;
+    /// How texts of that kind are sorted and compared, to stand behind their type.
+    virtual QString collate(ColumnKind kind) const = 0;
     /// A statement that lists the columns (COLUNA) of one table, none when there is no such table.
     virtual QString columnsOf(const QString &table) const = 0;
     /// A statement that lists the indexes (INDICE) of one table.
