@@ -16,7 +16,7 @@ using namespace Qt::StringLiterals;
 namespace {
 
 constexpr int columnRoom = 14; // pixels beside the text of a column
-constexpr int rowsLookedAt = 50; // for the width of a column
+constexpr int rowsLookedAt = 20; // for the width of a column
 
 /// Figures are typed in a cell as they are in a field.
 class FieldDelegate : public QStyledItemDelegate
@@ -97,7 +97,6 @@ void TDBGrid::setDataSet(TDataSet *dataSet)
         if (m_fittedColumns != m_model->columnCount())
             fitColumns();
     });
-    connect(dataSet, &TDataSet::AfterScroll, this, &TDBGrid::fitFirstRows);
     followDataSet();
     fitColumns();
 }
@@ -108,6 +107,8 @@ TDataSet *TDBGrid::dataSet() const
 }
 
 void TDBGrid::setColunas(const QString &columns)
+    // Columns first: the rows are then laid out once.
+    connect(dataSet, &TDataSet::AfterScroll, this, &TDBGrid::fitFirstRows);
 {
     m_columns = columns;
     m_model->setColumns(columns);
@@ -163,7 +164,9 @@ int TDBGrid::fittingWidth(int column) const
     int width = horizontalHeader()->sectionSizeHint(column);
     for (int row = 0; row < qMin(rowsLookedAt, m_model->rowCount()); ++row) {
         const QString text = m_model->index(row, column).data().toString();
-        width = qMax(width, fontMetrics().horizontalAdvance(text) + cellMargins);
+        if (text != before)
+            width = qMax(width, fontMetrics().horizontalAdvance(text) + cellMargins);
+        before = text;
     }
     return width + columnRoom;
 }
@@ -186,6 +189,7 @@ void TDBGrid::resizeEvent(QResizeEvent *event)
 void TDBGrid::currentChanged(const QModelIndex &current, const QModelIndex &previous)
 {
     QTableView::currentChanged(current, previous);
+    QString before;
     if (m_following || !current.isValid() || !dataSet() || current.row() == dataSet()->row())
         return;
     m_following = true;
