@@ -181,7 +181,7 @@ void TForm::tie()
         }
         if (owner)
             tieFieldChanges(owner, controlName.mid(owner->objectName().size()), method);
-        else
+        else if (i >= metaObject()->methodOffset()) // a screen may lack what its base class offers
             m_methodsWithoutControl.append(name);
     }
 }

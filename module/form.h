@@ -36,7 +36,7 @@ public:
     void ShowModal();
     /// "TfmMalhaOF": the name of rights and of the class registry.
     QString className() const;
-    /// Methods that are named like events but have no control; a programming error.
+    /// Methods of the screen's own class that are named like events but have no control; a programming error.
     const QStringList &methodsWithoutControl() const { return m_methodsWithoutControl; }
 
 protected:

@@ -41,3 +41,23 @@ void RecordBar::setSemBotoes(const QString &names)
             button->hide();
     }
 }
+
+QString RecordBar::insertButton() const
+{
+    return m_ui->btnincluir->objectName();
+}
+
+void RecordBar::setBotaoIncluir(const QString &name)
+{
+    m_ui->btnincluir->setObjectName(name);
+}
+
+QString RecordBar::abandonText() const
+{
+    return m_ui->SbDesistir->text();
+}
+
+void RecordBar::setTextoDesistir(const QString &text)
+{
+    m_ui->SbDesistir->setText(text);
+}

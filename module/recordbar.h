@@ -16,6 +16,10 @@ class RecordBar : public QWidget
     Q_OBJECT
     /// Names of main buttons that the screen has no action for, separated by blanks.
     Q_PROPERTY(QString semBotoes READ hiddenButtons WRITE setSemBotoes)
+    /// Name of the button "&Incluir", "btnincluir" unless the screen names it otherwise.
+    Q_PROPERTY(QString botaoIncluir READ insertButton WRITE setBotaoIncluir)
+    /// Caption of the button that abandons, "&Cancelar" unless the screen words it otherwise.
+    Q_PROPERTY(QString textoDesistir READ abandonText WRITE setTextoDesistir)
 
 public:
     explicit RecordBar(QWidget *parent = nullptr);
@@ -24,6 +28,10 @@ public:
     void showConfirmation(bool editing);
     QString hiddenButtons() const { return m_hidden; }
     void setSemBotoes(const QString &names);
+    QString insertButton() const;
+    void setBotaoIncluir(const QString &name);
+    QString abandonText() const;
+    void setTextoDesistir(const QString &text);
 
 private:
     std::unique_ptr<Ui::RecordBar> m_ui;

@@ -3,6 +3,7 @@
 #pragma once
 
 #include "module/form.h"
+#include "module/host_services/host.h"
 
 class DataBinding;
 class QAbstractButton;
@@ -34,13 +35,15 @@ public:
     Q_INVOKABLE void sbUltimoClick();
 
 protected:
-    /// What the log says of the records; the record's number follows each text.
+    /// What the log says of the records; the record's number follows each text. An empty text writes no line.
     struct LogTexts
     {
         QString label;
         QString inserted;
         QString changed;
         QString deleted;
+        TOperacaoLog insertedAs = olInclusao;
+        bool afterCommit = false; ///< the line of a save follows its commit; otherwise it is part of it
     };
 
     /// To be called in FormCreate, after setupUi: ties the table, by its logical name, and stands on its last record.
@@ -54,11 +57,14 @@ protected:
     virtual void newRecord() { } ///< numbers and fills the record just appended
     virtual void startEdit() { } ///< what cannot be changed any more is disabled here
     virtual QWidget *firstField(bool inserting) const = 0;
+    /// Comes before the busy marker. Shows its message and gives false when the record cannot be confirmed.
+    virtual bool mayConfirm() { return true; }
     /// Shows its message and gives false when the record cannot be saved.
     virtual bool Valida_Dados() { return true; }
     virtual void writeDependents() { } ///< within the save, after the post
     /// Shows its message and gives false when the record cannot be deleted.
     virtual bool mayDelete() { return true; }
+    virtual bool askDelete();
     virtual void deleteDependents() { } ///< within the save, before the record
     virtual void showDerived() { } ///< figures that are computed from what is saved
     virtual void search() = 0;
@@ -68,11 +74,14 @@ protected:
     bool mayClose() override;
 
 private:
+    QVariantList keyValues() const;
     void readAnew();
     void save();
+    void writeLog(bool inserting, const QString &number) const;
     void move(void (TTITable::*step)());
 
     TTITable *m_table = nullptr;
+    QStringList m_key;
     DataBinding *m_binding = nullptr;
     RecordBar *m_bars = nullptr;
     QWidget *m_panel = nullptr;
