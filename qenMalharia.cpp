@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // The knitting-mill module's package file: its units, in the order in which they start.
 
+#include "invoicing/nfterceiros.h"
 #include "module/package.h"
 #include "production/ordembaixabarra.h"
 #include "production/ordemfab.h"
@@ -11,7 +12,7 @@ namespace {
 
 Package &package()
 {
-    static Package units({&Ordemfab::unit(), &Ordembaixabarra::unit(), &Caddefmalha::unit()});
+    static Package units({&Nfterceiros::unit(), &Ordemfab::unit(), &Ordembaixabarra::unit(), &Caddefmalha::unit()});
     return units;
 }
 
