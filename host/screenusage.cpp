@@ -50,6 +50,21 @@ void useDefects(ScreenDriver &defects)
     defects.type(u"EdtCodQul"_s, value(u"SELECT MIN(CODIGO) FROM {TABQUL}"_s));
 }
 
+/// A lot of the last invoice's yarn more.
+void useInboundInvoice(ScreenDriver &invoice)
+{
+    invoice.press(u"BtnAltera"_s);
+    invoice.press(u"BtIIncluir"_s);
+    invoice.enter(u"EdtCodMaterial"_s, value(uR"(
+        SELECT MAX(I.CODIGO) FROM {NFT_ITEN} I
+        WHERE I.CODCLI = (SELECT NF.CODCLI FROM {NFTERCEIROS} NF ORDER BY NF.DOCTO DESC, NF.CODCLI DESC
+                          FETCH FIRST 1 ROWS ONLY))"_s));
+    invoice.enter(u"EdtMarca"_s, u"Cataguases"_s);
+    invoice.enter(u"EdtLote"_s, u"4471-B"_s);
+    invoice.enter(u"EdtPeso"_s, u"480,5"_s);
+    invoice.enter(u"EdtUnitario"_s, u"24,35"_s);
+}
+
 } // namespace
 
 void handOver(QWidget &screen)
@@ -64,7 +79,7 @@ void handOver(QWidget &screen)
 
 bool bringIntoUse(QWidget &screen)
 {
-    static const QHash<QString, void (*)(ScreenDriver &)> uses{
+    static const QHash<QString, void (*)(ScreenDriver &)> uses{{u"TfmNFTerceiros"_s, useInboundInvoice},
         {u"TfmMalhaOF"_s, useOrder}, {u"TfmMalhaOFBaixaBarra"_s, useWriteOff}, {u"TfmCadDefMalha"_s, useDefects}};
     const auto use = uses.constFind(QString::fromLatin1(screen.metaObject()->className()));
     if (use == uses.constEnd())
