@@ -89,6 +89,8 @@ void TDBGrid::setDataSet(TDataSet *dataSet)
     m_model->setDataSet(dataSet);
     if (!dataSet)
         return;
+    // Columns first: the rows are then laid out once.
+    connect(dataSet, &TDataSet::AfterScroll, this, &TDBGrid::fitFirstRows);
     connect(dataSet, &TDataSet::AfterScroll, this, &TDBGrid::followDataSet);
     connect(dataSet, &TDataSet::wasReset, this, &TDBGrid::followDataSet);
     connect(dataSet, &TDataSet::wasReset, this, [this] {
@@ -162,6 +164,7 @@ int TDBGrid::fittingWidth(int column) const
 {
     const int cellMargins = 2 * (style()->pixelMetric(QStyle::PM_FocusFrameHMargin, nullptr, this) + 1);
     int width = horizontalHeader()->sectionSizeHint(column);
+    QString before;
     for (int row = 0; row < qMin(rowsLookedAt, m_model->rowCount()); ++row) {
         const QString text = m_model->index(row, column).data().toString();
         if (text != before)
@@ -189,7 +192,6 @@ void TDBGrid::resizeEvent(QResizeEvent *event)
 void TDBGrid::currentChanged(const QModelIndex &current, const QModelIndex &previous)
 {
     QTableView::currentChanged(current, previous);
-    QString before;
     if (m_following || !current.isValid() || !dataSet() || current.row() == dataSet()->row())
         return;
     m_following = true;
