@@ -109,8 +109,6 @@ TDataSet *TDBGrid::dataSet() const
 }
 
 void TDBGrid::setColunas(const QString &columns)
-    // Columns first: the rows are then laid out once.
-    connect(dataSet, &TDataSet::AfterScroll, this, &TDBGrid::fitFirstRows);
 {
     m_columns = columns;
     m_model->setColumns(columns);
