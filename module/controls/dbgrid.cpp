@@ -89,8 +89,6 @@ void TDBGrid::setDataSet(TDataSet *dataSet)
     m_model->setDataSet(dataSet);
     if (!dataSet)
         return;
-    // Columns first: the rows are then laid out once.
-    connect(dataSet, &TDataSet::AfterScroll, this, &TDBGrid::fitFirstRows);
     connect(dataSet, &TDataSet::AfterScroll, this, &TDBGrid::followDataSet);
     connect(dataSet, &TDataSet::wasReset, this, &TDBGrid::followDataSet);
     connect(dataSet, &TDataSet::wasReset, this, [this] {
@@ -172,12 +170,16 @@ int TDBGrid::fittingWidth(int column) const
     return width + columnRoom;
 }
 
-void TDBGrid::fitFirstRows()
+void TDBGrid::doItemsLayout()
 {
-    if (m_filled || m_model->rowCount() == 0)
-        return;
-    m_filled = true;
-    fitColumns();
+    if (!m_filled && m_model->rowCount() > 0) {
+        m_filled = true;
+        fitColumns();
+    }
+    QTableView::doItemsLayout();
+    if (m_scrollPending && currentIndex().isValid())
+        scrollTo(currentIndex());
+    m_scrollPending = false;
 }
 
 void TDBGrid::resizeEvent(QResizeEvent *event)
@@ -189,6 +191,12 @@ void TDBGrid::resizeEvent(QResizeEvent *event)
 
 void TDBGrid::currentChanged(const QModelIndex &current, const QModelIndex &previous)
 {
+    if (m_following && state() != EditingState) {
+        // The data set may still be on its way: the view shows where it came to rest, when it is laid out next.
+        m_scrollPending = true;
+        scheduleDelayedItemsLayout();
+        return;
+    }
     QTableView::currentChanged(current, previous);
     if (m_following || !current.isValid() || !dataSet() || current.row() == dataSet()->row())
         return;

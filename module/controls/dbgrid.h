@@ -26,6 +26,8 @@ public:
     /// The column that shows a field, -1 for none.
     int columnOf(const QString &field) const;
 
+    void doItemsLayout() override;
+
 signals:
     void rowChosen(); ///< double click or Enter
     void titleClicked();
@@ -39,7 +41,6 @@ private:
     void followDataSet();
     void fitColumns();
     int fittingWidth(int column) const;
-    void fitFirstRows();
 
     DataSetModel *m_model;
     QString m_columns;
@@ -49,4 +50,5 @@ private:
     bool m_sizedByUser = false;
     bool m_filled = false; ///< the columns were fitted to the rows that are shown
     int m_fittedColumns = 0;
+    bool m_scrollPending = false; ///< the current row has to be brought into sight
 };
