@@ -158,6 +158,8 @@ void TfmMalhaOFBaixaBarra::BuscaPeso()
 void TfmMalhaOFBaixaBarra::showHint(const QString &text, bool warning)
 {
     m_ui->lbBalanca->setText(text);
+    if (m_ui->lbBalanca->property("warning") == QVariant(warning))
+        return;
     m_ui->lbBalanca->setProperty("warning", warning);
     m_ui->lbBalanca->style()->polish(m_ui->lbBalanca);
 }
