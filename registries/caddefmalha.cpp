@@ -62,6 +62,8 @@ void TfmCadDefMalha::FormShow()
         TbDefeitos->Post();
     }
     TbDefeitos->First();
+    // Who comes into the grid types quantities at once.
+    m_ui->DBGrid1->setCurrentIndex(m_ui->DBGrid1->model()->index(0, m_ui->DBGrid1->columnOf(u"Qtde"_s)));
     m_ui->EdtCodRev->setFocus();
 }
 

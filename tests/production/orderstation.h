@@ -9,6 +9,7 @@
 
 #include <QApplication>
 #include <QClipboard>
+#include <QTabWidget>
 
 /// A station at which orders are planned, on the engine of the test that is running.
 class OrderStation : public TestStation
@@ -27,6 +28,10 @@ public:
     QStringList log() { return Orders::log(database); }
 
     void openOrders() { open(QStringLiteral("TfmMalhaOF")); }
+    QTabWidget *pages() const { return child<QTabWidget>(QStringLiteral("PageControl")); }
+    void showPage(const QString &name) { pages()->setCurrentWidget(child(name)); }
+    QString page() const { return pages()->currentWidget()->objectName(); }
+    bool isPageEnabled(const QString &name) const { return pages()->isTabEnabled(pages()->indexOf(child(name))); }
     /// By panel and bars, which must agree.
     bool isEditing() const
     {

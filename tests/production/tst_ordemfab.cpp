@@ -2,9 +2,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "tests/production/orderstation.h"
 
-#include <QLibrary>
 #include <QLineEdit>
-#include <QTabWidget>
 #include <QTest>
 
 using namespace Qt::StringLiterals;
@@ -13,16 +11,6 @@ using namespace ScreenChecks;
 namespace {
 
 const QString abandonQuestion = QStringLiteral("O registro está em edição. Deseja abandonar as alterações?");
-
-/// The package's instance variable of the screen.
-QObject *instance()
-{
-    QLibrary package(QCoreApplication::applicationDirPath() + u"/../lib/qenMalharia"_s);
-    auto *variable = reinterpret_cast<QPointer<QObject> *>(package.resolve("fmMalhaOF"));
-    if (!variable)
-        qFatal("%s", qPrintable(package.errorString()));
-    return variable->data();
-}
 
 } // namespace
 
@@ -89,7 +77,7 @@ void TestOrdemFab::opensOnTheHighestOrder()
     station.writeOff(u"000013"_s, {20, 14.5});
     station.openOrders();
     QVERIFY(!station.isEditing());
-    QCOMPARE(station.child<QTabWidget>(u"PageControl"_s)->currentWidget()->objectName(), u"TabOrdem"_s);
+    QCOMPARE(station.page(), u"TabOrdem"_s);
     QCOMPARE(station.text(u"edtOF"_s), u"000013"_s);
     QCOMPARE(station.text(u"edtData"_s), u"02/01/2026"_s);
     QCOMPARE(station.text(u"edtKGTotal"_s), u"1234,50"_s);
@@ -195,12 +183,12 @@ void TestOrdemFab::closingFreesTheScreenAndItsTables()
     OrderStation station;
     station.openOrders();
     const QPointer<QWidget> screen = station.form();
-    QCOMPARE(instance(), screen.data());
+    QCOMPARE(station.instance("fmMalhaOF"), screen.data());
     for (const QString &name : {u"tbMateriais"_s, u"tbEntidade"_s, u"tbMaquina"_s})
         QVERIFY2(station.tabela.tabela(name), qPrintable(name));
-    QTest::mouseClick(station.child(u"BtSaida"_s), Qt::LeftButton);
+    station.click(u"BtSaida"_s);
     QTRY_VERIFY(screen.isNull());
-    QVERIFY(!instance());
+    QVERIFY(!station.instance("fmMalhaOF"));
     QVERIFY(!station.host.openForm(u"TfmMalhaOF"_s));
     for (const QString &name : {u"tbMateriais"_s, u"tbEntidade"_s, u"tbMaquina"_s})
         QVERIFY2(!station.tabela.tabela(name), qPrintable(name));
@@ -212,16 +200,16 @@ void TestOrdemFab::reopeningIsAFreshScreenOnTheLastOrder()
     station.insertOrder({.number = u"000001"_s});
     station.insertOrder({.number = u"000002"_s});
     station.openOrders();
-    station.child<QTabWidget>(u"PageControl"_s)->setCurrentIndex(1);
+    station.showPage(u"TabConsulta"_s);
     station.enter(u"edtFCliente"_s, u"00002"_s);
-    QTest::keyClick(QApplication::focusWidget(), Qt::Key_Escape);
+    station.key(Qt::Key_Escape);
     QTRY_VERIFY(!station.form());
     station.insertOrder({.number = u"000003"_s});
     station.openOrders();
-    QCOMPARE(instance(), station.form());
+    QCOMPARE(station.instance("fmMalhaOF"), station.form());
     QCOMPARE(station.text(u"edtOF"_s), u"000003"_s);
     QCOMPARE(station.text(u"edtFCliente"_s), QString());
-    QCOMPARE(station.child<QTabWidget>(u"PageControl"_s)->currentIndex(), 0);
+    QCOMPARE(station.page(), u"TabOrdem"_s);
 }
 
 void TestOrdemFab::aNewOrderTakesTheNextNumber_data()
@@ -265,7 +253,7 @@ void TestOrdemFab::incluirOpensAnEmptyRecordForTyping()
         QCOMPARE(station.text(name), QString());
     for (const QString &name : {u"edtKGTotal"_s, u"edtKGRolo"_s, u"edtBaixado"_s, u"edtSaldo"_s, u"edtLargura"_s})
         QCOMPARE(station.text(name), u"0,00"_s);
-    QVERIFY(!station.child<QTabWidget>(u"PageControl"_s)->isTabEnabled(1));
+    QVERIFY(!station.isPageEnabled(u"TabConsulta"_s));
 }
 
 void TestOrdemFab::withoutTheRightNothingHappens()
@@ -339,7 +327,7 @@ void TestOrdemFab::cancellingRunsNoExit()
     QCOMPARE(station.text(u"edtOF"_s), u"000012"_s);
     QCOMPARE(station.text(u"edtCliente"_s), u"00001"_s);
     // And the keys still work.
-    QTest::keyClick(QApplication::focusWidget(), Qt::Key_Escape);
+    station.key(Qt::Key_Escape);
     QTRY_VERIFY(!station.form());
 }
 
@@ -360,7 +348,7 @@ void TestOrdemFab::cancellingANewOrderShowsTheOneBefore()
     QCOMPARE(station.text(u"edtKGTotal"_s), u"50,00"_s);
     QCOMPARE(station.text(u"edtSaldo"_s), u"50,00"_s);
     QCOMPARE(station.text(u"MemoObs"_s), QString());
-    QVERIFY(station.child<QTabWidget>(u"PageControl"_s)->isTabEnabled(1));
+    QVERIFY(station.isPageEnabled(u"TabConsulta"_s));
     QCOMPARE(station.database.count(u"OF_MALHA"_s), 2);
     QCOMPARE(station.log(), QStringList());
 }

@@ -2,7 +2,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "tests/production/orderstation.h"
 
-#include <QTabWidget>
 #include <QTest>
 
 using namespace Qt::StringLiterals;
@@ -29,6 +28,7 @@ private slots:
     void theFabricOfAnOrderWithoutRollsCanChange();
     void changingShowsWhatAnotherStationSaved();
     void anOrderThatVanishedCannotBeChanged();
+    void anOrderNumberIsATextLikeAnyOther();
 
     void anOrderWithRollsCannotBeDeleted();
     void deletingAsksAndNoIsTheDefault();
@@ -80,7 +80,7 @@ void TestOrdemFabChange::changingStartsAtTheDateWithTheNumberFixed()
     QVERIFY(!station.child(u"edtOF"_s)->isEnabled());
     QVERIFY(!station.child(u"PainelBarra"_s)->isVisible());
     QVERIFY(station.child(u"PainelConfirma"_s)->isVisible());
-    QVERIFY(!station.child<QTabWidget>(u"PageControl"_s)->isTabEnabled(1));
+    QVERIFY(!station.isPageEnabled(u"TabConsulta"_s));
     station.click(u"SbDesistir"_s);
     QVERIFY(station.child(u"edtOF"_s)->isEnabledTo(station.child(u"PainelDados"_s)));
 }
@@ -160,6 +160,30 @@ void TestOrdemFabChange::anOrderThatVanishedCannotBeChanged()
     QVERIFY(station.child(u"PainelBarra"_s)->isVisible());
     QCOMPARE(station.text(u"edtOF"_s), u"000011"_s);
     QCOMPARE(station.text(u"edtSaldo"_s), u"11,00"_s);
+}
+
+void TestOrdemFabChange::anOrderNumberIsATextLikeAnyOther()
+{
+    OrderStation station;
+    station.insertOrder();
+    station.openOrders();
+    station.startOrder();
+    station.enter(u"edtOF"_s, u"%'\"_{"_s);
+    station.click(u"SbConfirmar"_s);
+    QVERIFY(!station.isEditing());
+    QCOMPARE(station.text(u"edtOF"_s), u"%'\"_{"_s);
+    station.click(u"BtnAltera"_s);
+    station.enter(u"edtKGTotal"_s, u"70"_s);
+    station.click(u"SbConfirmar"_s);
+    QCOMPARE(station.text(u"edtSaldo"_s), u"70,00"_s);
+    station.answers.expect(deleteQuestion, QMessageBox::Yes, deleteTitle);
+    station.click(u"BtExcluir"_s);
+    QCOMPARE(station.text(u"edtOF"_s), u"000012"_s);
+    QCOMPARE(station.database.count(u"OF_MALHA"_s), 1);
+    QCOMPARE(station.log(),
+        (QStringList{u"ORDEM FAB. MAL.|INCLUSAO DA OF MAL. NR.: %'\"_{|0|%'\"_{|ADMIN"_s,
+            u"ORDEM FAB. MAL.|ALTERACAO DA OF MAL. NR.: %'\"_{|1|%'\"_{|ADMIN"_s,
+            u"ORDEM FAB. MAL.|EXCLUSAO DA OF MAL. NR.: %'\"_{|2|%'\"_{|ADMIN"_s}));
 }
 
 void TestOrdemFabChange::anOrderWithRollsCannotBeDeleted()

@@ -2,7 +2,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "tests/production/orderstation.h"
 
-#include <QTabWidget>
 #include <QTableView>
 #include <QTest>
 
@@ -18,11 +17,10 @@ public:
     void openConsult()
     {
         openOrders();
-        QTest::keyClick(pages()->tabBar(), Qt::Key_Right);
+        showPage(u"TabConsulta"_s);
         enter(u"edtDe"_s, {});
         enter(u"edtAte"_s, {});
     }
-    QTabWidget *pages() const { return child<QTabWidget>(u"PageControl"_s); }
     QTableView *grid() const { return child<QTableView>(u"DBGrid1"_s); }
     QString cell(int row, int column) const { return grid()->model()->index(row, column).data().toString(); }
     QStringList numbers() const
@@ -93,7 +91,7 @@ void TestOrdemFabConsulta::opensOnTheLastMonthWithoutRows()
     ConsultStation station;
     station.insertOrders();
     station.openOrders();
-    station.pages()->setCurrentIndex(1);
+    station.showPage(u"TabConsulta"_s);
     QCOMPARE(station.text(u"edtDe"_s), u"10/02/2026"_s);
     QCOMPARE(station.text(u"edtAte"_s), u"10/03/2026"_s);
     QCOMPARE(station.numbers(), QStringList());
@@ -293,14 +291,14 @@ void TestOrdemFabConsulta::aRowLeadsToItsOrder()
     station.openConsult();
     station.consult();
     for (const int row : {1, 5}) {
-        station.pages()->setCurrentIndex(1);
+        station.showPage(u"TabConsulta"_s);
         station.writeOff(station.cell(row, 0), {30});
         QTest::mouseClick(station.grid()->viewport(), Qt::LeftButton, {}, station.middleOf(row));
         if (way == u"Enter"_s)
             station.key(Qt::Key_Return);
         else
             QTest::mouseDClick(station.grid()->viewport(), Qt::LeftButton, {}, station.middleOf(row));
-        QCOMPARE(station.pages()->currentIndex(), 0);
+        QCOMPARE(station.page(), u"TabOrdem"_s);
         QCOMPARE(station.text(u"edtOF"_s), station.cell(row, 0));
         QCOMPARE(station.text(u"edtMaterial"_s), station.cell(row, 4));
         QCOMPARE(station.text(u"edtSaldo"_s), u"70,00"_s);
@@ -318,7 +316,7 @@ void TestOrdemFabConsulta::aRowWhoseOrderVanishedLeadsNowhere()
     station.grid()->setFocus();
     expectInformation(station.answers, station.caption, u"A OF não existe mais."_s);
     station.key(Qt::Key_Return);
-    QCOMPARE(station.pages()->currentIndex(), 1);
+    QCOMPARE(station.page(), u"TabConsulta"_s);
     QCOMPARE(station.text(u"edtOF"_s), u"000006"_s);
 }
 
@@ -331,7 +329,7 @@ void TestOrdemFabConsulta::theBarRestsWhereTheOrderIsNotSeen()
         QVERIFY2(!station.child(name)->isEnabled(), qPrintable(name));
     station.key(Qt::Key_E, Qt::AltModifier);
     QCOMPARE(station.focus(), u"edtDe"_s);
-    station.pages()->setCurrentIndex(0);
+    station.showPage(u"TabOrdem"_s);
     for (const QString &name : {u"btnincluir"_s, u"BtnAltera"_s, u"BtExcluir"_s, u"BtnImprimir"_s, u"sbProximo"_s})
         QVERIFY2(station.child(name)->isEnabled(), qPrintable(name));
 }
@@ -351,7 +349,7 @@ void TestOrdemFabConsulta::thePageClosesTheScreen()
     station.openConsult();
     const QPointer<QWidget> screen = station.form();
     if (way == 0)
-        QTest::mouseClick(station.child(u"BitBtn5"_s), Qt::LeftButton);
+        station.click(u"BitBtn5"_s);
     else
         QTest::keyClick(QApplication::focusWidget(), way == 1 ? Qt::Key_Escape : Qt::Key_F,
             way == 1 ? Qt::NoModifier : Qt::AltModifier);

@@ -3,7 +3,6 @@
 #include "tests/production/orderstation.h"
 
 #include <QSignalSpy>
-#include <QTabWidget>
 #include <QTest>
 
 using namespace Qt::StringLiterals;
@@ -160,7 +159,7 @@ void TestOrdemFabSave::aNewOrderIsStoredAndLogged()
     QCOMPARE(station.text(u"edtOF"_s), u"000013"_s);
     QCOMPARE(station.text(u"edtSaldo"_s), u"100,00"_s);
     QVERIFY(station.child(u"PainelBarra"_s)->isVisible());
-    QVERIFY(station.child<QTabWidget>(u"PageControl"_s)->isTabEnabled(1));
+    QVERIFY(station.isPageEnabled(u"TabConsulta"_s));
 }
 
 void TestOrdemFabSave::confirmingSavesOnceWhicheverWay_data()

@@ -20,14 +20,13 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-void runOfPackage(const char *function)
+QFunctionPointer ofPackage(const char *name)
 {
     static QLibrary library(QString::fromUtf8(QEN_MODULE_FILE));
-    using Function = void (*)();
-    if (const auto resolved = reinterpret_cast<Function>(library.resolve(function)))
-        resolved();
-    else
+    const QFunctionPointer resolved = library.resolve(name);
+    if (!resolved)
         qFatal("%s", qPrintable(library.errorString()));
+    return resolved;
 }
 
 } // namespace
@@ -48,7 +47,7 @@ TestStation::TestStation(const QString &engine, const QString &user, int company
     database.addCommonData();
     tabela.IBDatabase->open(database.settings());
     host.login(user, company);
-    runOfPackage("qenMalharia_initialize");
+    ofPackage("qenMalharia_initialize")();
 }
 
 TestStation::~TestStation()
@@ -58,8 +57,13 @@ TestStation::~TestStation()
         if (qobject_cast<TForm *>(window))
             delete window;
     }
-    runOfPackage("qenMalharia_finalize");
+    ofPackage("qenMalharia_finalize")();
     Clock::pin({});
+}
+
+QObject *TestStation::instance(const char *variable)
+{
+    return reinterpret_cast<QPointer<QObject> *>(ofPackage(variable))->data();
 }
 
 QWidget *TestStation::open(const QString &className)

@@ -47,6 +47,8 @@ public:
     void use(QWidget *form) { m_form = form; }
     QWidget *form() const { return m_form; } ///< null when it has closed itself
     void closeForm(); ///< and waits until it is gone
+    /// What the package's instance variable of a screen holds, such as "fmMalhaOF"; null while the screen is closed.
+    static QObject *instance(const char *variable);
 
     template <std::derived_from<QWidget> Kind = QWidget> Kind *child(const QString &name) const
     {
