@@ -23,6 +23,7 @@
 #include <QLineEdit>
 #include <QMetaMethod>
 #include <QPlainTextEdit>
+#include <QTabBar>
 
 using namespace Qt::StringLiterals;
 
@@ -161,6 +162,8 @@ void TForm::tie()
 {
     for (QWidget *child : findChildren<QWidget *>())
         child->installEventFilter(this);
+    for (QTabBar *tabs : findChildren<QTabBar *>())
+        tabs->setFocusPolicy(Qt::StrongFocus); // so that a click on a tab leaves the field before it
     for (int i = TForm::staticMetaObject.methodCount(); i < metaObject()->methodCount(); ++i) {
         const QMetaMethod method = metaObject()->method(i);
         const QString name = QString::fromLatin1(method.name());
@@ -327,10 +330,19 @@ bool TForm::eventFilter(QObject *watched, QEvent *event)
     }
     case QEvent::MouseButtonPress:
     case QEvent::MouseButtonDblClick:
-        // The exit of the field before has taken the focus back: the button was not reached.
-        if (auto *button = qobject_cast<QAbstractButton *>(watched);
-            button && (button->focusPolicy() & Qt::ClickFocus) && focusWidget() != button)
+        // The exit of the field before has taken the focus back: the button or tab was not reached.
+        if (auto *reached = qobject_cast<QWidget *>(watched); reached
+            && (qobject_cast<QAbstractButton *>(watched) || qobject_cast<QTabBar *>(watched))
+            && (reached->focusPolicy() & Qt::ClickFocus) && focusWidget() != reached)
             return true;
+        break;
+    case QEvent::Shortcut:
+        // So does the mnemonic of a tab.
+        if (auto *tabs = qobject_cast<QTabBar *>(watched)) {
+            tabs->setFocus(Qt::ShortcutFocusReason);
+            if (focusWidget() != tabs)
+                return true;
+        }
         break;
     case QEvent::KeyPress:
         if (keyPressed(watched, static_cast<QKeyEvent *>(event)))

@@ -92,7 +92,15 @@ QVariant DataSetModel::data(const QModelIndex &index, int role) const
     const TField &field = m_dataSet->fields()[column];
     switch (role) {
     case Qt::DisplayRole:
-        return field.text(m_dataSet->cell(index.row(), column));
+        return field.tick ? QString() : field.text(m_dataSet->cell(index.row(), column));
+    case Qt::CheckStateRole:
+        if (!field.tick)
+            return {};
+        return m_dataSet->cell(index.row(), column).toString() == u"S" ? Qt::Checked : Qt::Unchecked;
+    case Qt::BackgroundRole: {
+        const QColor colour = m_rowColour ? m_rowColour(index.row()) : QColor();
+        return colour.isValid() ? QVariant(QBrush(colour)) : QVariant();
+    }
     case Qt::EditRole:
         return m_dataSet->cell(index.row(), column);
     case Qt::TextAlignmentRole:
@@ -104,9 +112,16 @@ QVariant DataSetModel::data(const QModelIndex &index, int role) const
 
 bool DataSetModel::setData(const QModelIndex &index, const QVariant &value, int role)
 {
+    if (role == Qt::EditRole && flags(index) & Qt::ItemIsEditable)
+        return store(index, value);
+    if (role == Qt::CheckStateRole && flags(index) & Qt::ItemIsUserCheckable)
+        return store(index, value.toInt() == Qt::Checked ? u"S"_s : u"N"_s);
+    return false;
+}
+
+bool DataSetModel::store(const QModelIndex &index, const QVariant &value)
+{
     auto *inMemory = qobject_cast<TClientDataSet *>(m_dataSet.data());
-    if (!inMemory || role != Qt::EditRole || !(flags(index) & Qt::ItemIsEditable))
-        return false;
     inMemory->setRow(index.row());
     inMemory->Edit();
     inMemory->setValue(fieldName(index.column()), value);
@@ -116,11 +131,13 @@ bool DataSetModel::setData(const QModelIndex &index, const QVariant &value, int 
 
 Qt::ItemFlags DataSetModel::flags(const QModelIndex &index) const
 {
-    Qt::ItemFlags flags = QAbstractTableModel::flags(index);
-    if (index.isValid() && qobject_cast<TClientDataSet *>(m_dataSet.data())
-        && !m_dataSet->fields()[m_columns[index.column()].field].readOnly)
-        flags |= Qt::ItemIsEditable;
-    return flags;
+    const Qt::ItemFlags flags = QAbstractTableModel::flags(index);
+    if (!index.isValid() || !qobject_cast<TClientDataSet *>(m_dataSet.data()))
+        return flags;
+    const TField &field = m_dataSet->fields()[m_columns[index.column()].field];
+    if (field.readOnly)
+        return flags;
+    return flags | (field.tick ? Qt::ItemIsUserCheckable : Qt::ItemIsEditable);
 }
 
 QVariant DataSetModel::headerData(int section, Qt::Orientation orientation, int role) const

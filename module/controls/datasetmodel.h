@@ -5,7 +5,10 @@
 #include "module/host_services/dataset.h"
 
 #include <QAbstractTableModel>
+#include <QColor>
 #include <QPointer>
+
+#include <functional>
 
 /// The rows of a data set as a table model. The data set stays its owner's.
 class DataSetModel : public QAbstractTableModel
@@ -19,6 +22,9 @@ public:
     TDataSet *dataSet() const { return m_dataSet; }
     /// "FIELD=Title;FIELD=Title"; empty: all visible fields with their own titles.
     void setColumns(const QString &columns);
+    /// The background of a row, by its number; an invalid colour leaves it as it is. Asked when the row is painted.
+    using RowColour = std::function<QColor(int row)>;
+    void setRowColour(const RowColour &colour) { m_rowColour = colour; }
     /// Name of the field in a column.
     QString fieldName(int column) const;
 
@@ -38,8 +44,10 @@ private:
         QString title;
     };
     void findColumns();
+    bool store(const QModelIndex &index, const QVariant &value);
 
     QPointer<TDataSet> m_dataSet;
     QString m_wanted;
     QVector<Column> m_columns;
+    RowColour m_rowColour;
 };

@@ -9,6 +9,7 @@
 
 #include <QHeaderView>
 #include <QKeyEvent>
+#include <QMouseEvent>
 #include <QStyledItemDelegate>
 
 using namespace Qt::StringLiterals;
@@ -52,6 +53,24 @@ public:
             model->setData(index, number->value(), Qt::EditRole);
         else
             QStyledItemDelegate::setModelData(editor, model, index);
+    }
+
+    /// A check mark is met anywhere in its cell.
+    bool editorEvent(
+        QEvent *event, QAbstractItemModel *model, const QStyleOptionViewItem &option, const QModelIndex &index) override
+    {
+        if (!(model->flags(index) & Qt::ItemIsUserCheckable))
+            return QStyledItemDelegate::editorEvent(event, model, option, index);
+        if (event->type() != QEvent::MouseButtonRelease
+            || static_cast<QMouseEvent *>(event)->button() != Qt::LeftButton)
+            return false;
+        return toggle(*model, index);
+    }
+
+    static bool toggle(QAbstractItemModel &model, const QModelIndex &index)
+    {
+        const bool ticked = index.data(Qt::CheckStateRole).toInt() == Qt::Checked;
+        return model.setData(index, ticked ? Qt::Unchecked : Qt::Checked, Qt::CheckStateRole);
     }
 };
 
@@ -110,6 +129,12 @@ void TDBGrid::setColunas(const QString &columns)
 {
     m_columns = columns;
     m_model->setColumns(columns);
+}
+
+void TDBGrid::setRowColour(const std::function<QColor(int row)> &colour)
+{
+    m_model->setRowColour(colour);
+    viewport()->update();
 }
 
 int TDBGrid::columnOf(const QString &field) const
@@ -205,8 +230,21 @@ void TDBGrid::currentChanged(const QModelIndex &current, const QModelIndex &prev
     m_following = false;
 }
 
+/// False when the grid's rows cannot be ticked.
+bool TDBGrid::tickRow()
+{
+    for (int column = 0; column < m_model->columnCount(); ++column) {
+        const QModelIndex index = m_model->index(currentIndex().row(), column);
+        if (m_model->flags(index) & Qt::ItemIsUserCheckable)
+            return FieldDelegate::toggle(*m_model, index);
+    }
+    return false;
+}
+
 void TDBGrid::keyPressEvent(QKeyEvent *event)
 {
+    if (event->key() == Qt::Key_Space && state() != EditingState && tickRow())
+        return;
     const bool enter = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
     if (enter && currentIndex().isValid() && state() != EditingState) {
         if (m_model->flags(currentIndex()) & Qt::ItemIsEditable)

@@ -4,10 +4,13 @@
 
 #include <QTableView>
 
+#include <functional>
+
 class DataSetModel;
 class TDataSet;
 
-/// A grid over a data set: its current row and the data set's cursor are one.
+/// A grid over a data set: its current row and the data set's cursor are one. The space bar ticks the row, and so does
+/// a click on its check mark.
 class TDBGrid : public QTableView
 {
     Q_OBJECT
@@ -23,6 +26,8 @@ public:
     void setColunas(const QString &columns);
     /// Name of the field in the column whose title was clicked last.
     QString titleField() const { return m_titleField; }
+    /// The background of a row, by its number; an invalid colour leaves it as it is.
+    void setRowColour(const std::function<QColor(int row)> &colour);
     /// The column that shows a field, -1 for none.
     int columnOf(const QString &field) const;
 
@@ -41,6 +46,7 @@ private:
     void followDataSet();
     void fitColumns();
     int fittingWidth(int column) const;
+    bool tickRow();
 
     DataSetModel *m_model;
     QString m_columns;

@@ -52,6 +52,12 @@ TField &TField::hidden()
     return *this;
 }
 
+TField &TField::asTick()
+{
+    tick = true;
+    return *this;
+}
+
 QString TField::text(const QVariant &value) const
 {
     if (value.isNull())

@@ -20,6 +20,8 @@ struct TField
     TField &shownAs(const QString &mask); ///< a number mask of Format::number, such as ",0.00"
     TField &editable();
     TField &hidden();
+    /// A text that says yes by "S" and no by all else: grids show it as a check mark.
+    TField &asTick();
 
     /// The value as people read it, in the Brazilian way; empty for null.
     QString text(const QVariant &value) const;
@@ -32,6 +34,7 @@ struct TField
     QString mask;
     bool readOnly = true;
     bool visible = true;
+    bool tick = false;
 };
 
 /// Rows with named fields and a cursor. Fields are found by their names in any case.
