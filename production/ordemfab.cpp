@@ -44,6 +44,9 @@ TfmMalhaOF::TfmMalhaOF()
     : m_ui(std::make_unique<Ui::fmMalhaOF>())
     , tbOF_Malha(new TTITable(this))
     , m_consult(new TTIQuery(this))
+    , TbSaldo(new TClientDataSet(this))
+    , m_yarns(new TClientDataSet(this))
+    , m_mode(YarnReservation::modeOf(BuscaParametro(u"MAL"_s, 80)))
 {
     fmMalhaOF = this;
 }
@@ -56,23 +59,32 @@ void TfmMalhaOF::FormCreate()
     Look::addIcons(this);
     setEnterAsTab(true);
     AbreTabelas({u"tbMateriais"_s, u"tbEntidade"_s, u"tbMaquina"_s});
+    createYarnGrids();
     m_ui->DBGrid1->setDataSet(m_consult);
     m_ui->edtDe->setDate(Clock::today().addMonths(-1));
     m_ui->edtAte->setDate(Clock::today());
     openTable(tbOF_Malha, u"OF_MALHA"_s, u"NUM_OF"_s);
     m_ui->PageControl->setCurrentWidget(m_ui->TabOrdem);
-    // The bar acts on the order, so only where it is seen; "Consulta" has buttons of its own.
-    connect(m_ui->PageControl, &QTabWidget::currentChanged, this,
-        [this] { m_ui->Barras->setEnabled(m_ui->PageControl->currentWidget() == m_ui->TabOrdem); });
+    connect(m_ui->PageControl, &QTabWidget::currentChanged, this, [this] { run([this] { showPage(); }); });
     // The handlers are tied after this; what depends on the record is shown here once.
     edtOFChange();
     edtClienteChange();
     edtMaterialChange();
 }
 
+void TfmMalhaOF::showPage()
+{
+    const QWidget *page = m_ui->PageControl->currentWidget();
+    // The bar acts on the order, so only where it is seen; "Consulta" has buttons of its own.
+    m_ui->Barras->setEnabled(page != m_ui->TabConsulta);
+    if (page == m_ui->TabFios)
+        refreshYarn();
+}
+
 void TfmMalhaOF::Bar_Confirma(bool editing)
 {
     TRecordForm::Bar_Confirma(editing);
+    enableTicks(editing);
     if (!editing) {
         m_ui->edtOF->setEnabled(true);
         m_ui->edtMaterial->setEnabled(true);
@@ -96,6 +108,7 @@ QString TfmMalhaOF::recordNumber() const
 void TfmMalhaOF::newRecord()
 {
     m_acceptedMaterial.clear();
+    m_yarnOf.reset();
     tbOF_Malha->setValue(u"NUM_OF"_s, Proximo(u"OF_MALHA"_s, u"NUM_OF"_s, 6, true));
     tbOF_Malha->setValue(u"DATA"_s, Clock::today());
 }
@@ -129,12 +142,21 @@ void TfmMalhaOF::edtOFExit()
 
 void TfmMalhaOF::edtOFChange()
 {
-    showDerived();
+    Calcula_Saldo();
 }
 
 void TfmMalhaOF::showDerived()
 {
     Calcula_Saldo();
+    m_yarnOf.reset(); // reservations are read anew when they are looked at, or changed
+    if (isEditing() || m_ui->PageControl->currentWidget() == m_ui->TabFios)
+        refreshYarn();
+}
+
+void TfmMalhaOF::edtKGTotalExit()
+{
+    if (isEditing())
+        refreshYarn();
 }
 
 void TfmMalhaOF::Calcula_Saldo()
@@ -162,7 +184,11 @@ void TfmMalhaOF::edtClienteChange()
 
 void TfmMalhaOF::edtClienteExit()
 {
-    if (isEditing() && !isKnown(m_ui->PqCliente))
+    if (!isEditing())
+        return;
+    if (isKnown(m_ui->PqCliente))
+        refreshYarn();
+    else
         refuse(u"Cliente não Existe."_s, m_ui->edtCliente);
 }
 
@@ -220,10 +246,12 @@ void TfmMalhaOF::edtMaterialExit()
     }
     if (tbOF_Malha->state() == TTITable::State::Insert)
         fillDefaults(material);
-    if (acceptsActiveColours(material))
-        m_acceptedMaterial = material;
-    else
+    if (!acceptsActiveColours(material)) {
         m_ui->edtMaterial->setFocus();
+        return;
+    }
+    m_acceptedMaterial = material;
+    refreshYarn();
 }
 
 /// Roll weight of the fabric, and the flow of its most recent order.
@@ -310,7 +338,7 @@ bool TfmMalhaOF::Valida_Dados()
             return false;
         }
     }
-    return true;
+    return hasEnoughYarn();
 }
 
 void TfmMalhaOF::BitBtn1Click()
@@ -325,6 +353,7 @@ void TfmMalhaOF::BitBtn1Click()
     tbOF_Malha->setValue(
         u"KG_TOTAL"_s, Format::rounded(tbOF_Malha->AsFloat(u"KG_TOTAL"_s) - m_ui->edtSaldo->value(), 3));
     Calcula_Saldo();
+    refreshYarn();
 }
 
 bool TfmMalhaOF::mayDelete()

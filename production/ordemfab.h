@@ -3,16 +3,19 @@
 #pragma once
 
 #include "module/recordform.h"
+#include "production/yarnlots.h"
 
 #include <memory>
+#include <optional>
 
 namespace Ui {
 class fmMalhaOF;
 }
+class TClientDataSet;
 class TTIQuery;
 class Unit;
 
-/// Production orders: which fabric is knitted for whom, on which machine, how many kilograms.
+/// Production orders: which fabric is knitted for whom, on which machine, how many kilograms, of which lots of yarn.
 class TfmMalhaOF : public TRecordForm
 {
     Q_OBJECT
@@ -30,7 +33,13 @@ public:
     Q_INVOKABLE void edtMaquinaExit();
     Q_INVOKABLE void EdtCodFluxoExit();
     Q_INVOKABLE void PqOFFechaPesquisa();
+    Q_INVOKABLE void edtKGTotalExit();
     Q_INVOKABLE void BitBtn1Click(); ///< "&Zerar Saldo"
+    Q_INVOKABLE void BitBtn2Click(); ///< "&Buscar Saldo"
+
+    // Page "Selecione os Fios"
+    Q_INVOKABLE void TbSaldoBeforePost();
+    Q_INVOKABLE void TbSaldoAfterPost();
 
     // Page "Consulta"
     Q_INVOKABLE void BitBtn3Click();
@@ -47,6 +56,7 @@ protected:
     void startEdit() override;
     QWidget *firstField(bool inserting) const override;
     bool Valida_Dados() override;
+    void writeDependents() override;
     bool mayDelete() override;
     void deleteDependents() override;
     void showDerived() override;
@@ -65,11 +75,35 @@ private:
     bool hasWriteOffs() const;
     QString consultStatement() const;
 
+    void showPage();
+    void createYarnGrids();
+    void enableTicks(bool on);
+    /// Builds the grid anew from the database; while the same fabric and client are being edited the ticks are kept.
+    void FiosPendentes();
+    void refreshYarn();
+    void fillLots(const QVector<YarnReservation::Lot> &lots);
+    QVector<YarnReservation::Lot> lotsInGrid() const;
+    YarnOrder yarnOrder() const;
+    void showCoverage();
+    void warn(bool lacking);
+    void showYarnHint();
+    bool hasEnoughYarn();
+    double CalculaSaldoPeso();
+    void GravaFiosBaixa();
+
     std::unique_ptr<Ui::fmMalhaOF> m_ui;
     TTITable *tbOF_Malha;
     TTIQuery *m_consult;
+    TClientDataSet *TbSaldo;
+    TClientDataSet *m_yarns; ///< need, reserved and missing of each yarn
     QString m_fabricOwner; ///< client whose fabric it is; empty: anybody's
     QString m_acceptedMaterial; ///< the last one whose exit went through
+    YarnReservation::Mode m_mode;
+    QVector<YarnReservation::Share> m_shares; ///< of the grid's fabric
+    std::optional<YarnOrder> m_yarnOf; ///< what the grid was built for
+    bool m_lotsTaken = false; ///< another order has reserved of the lots since they were read
+    bool m_loadingYarn = false;
+    QString m_superfluous; ///< yarn of the lot whose tick was just taken back
 };
 
 extern QPointer<TfmMalhaOF> fmMalhaOF;

@@ -102,7 +102,7 @@ void keepTicks(QVector<Lot> &grid, const QVector<Lot> &before, Mode mode)
             continue;
         Lot given = *lot;
         given.ticked = true;
-        given.balance = lot->balance + lot->held;
+        given.balance = lot->held + std::max(0.0, lot->balance);
         given = posted(given, grid, mode);
         lot->ticked = given.ticked;
         lot->turn = given.turn;

@@ -72,7 +72,7 @@ bool isOffered(const Lot &lot);
 Lot posted(const Lot &lot, const QVector<Lot> &grid, Mode mode);
 
 /// The ticks of an earlier grid in a new one of the same fabric and client, in their turns. In Checked mode what each
-/// lot gives is computed anew, from what is free and what the order holds of it.
+/// lot gives is computed anew, from what the order holds of it and what is free besides.
 void keepTicks(QVector<Lot> &grid, const QVector<Lot> &before, Mode mode);
 
 QVector<Coverage> coverageOf(const QVector<Share> &shares, double orderKg, const QVector<Lot> &grid);

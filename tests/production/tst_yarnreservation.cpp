@@ -326,6 +326,11 @@ void TestYarnReservation::anOrdersOwnLotsGrowWithItsWeight()
     grid[0].need = 30;
     keepTicks(grid, before, Mode::Checked);
     QCOMPARE(grid[0].reserved, 30.0);
+    // What it holds it keeps, even of a lot that is overdrawn.
+    grid[0].balance = -500;
+    grid[0].need = 90;
+    keepTicks(grid, before, Mode::Checked);
+    QCOMPARE(grid[0].reserved, 60.0);
 }
 
 void TestYarnReservation::withoutChecksAnotherWeightChangesNoReservation()
