@@ -7,6 +7,7 @@
 
 #include <QRegularExpression>
 
+#include <algorithm>
 #include <cmath>
 
 using namespace Qt::StringLiterals;
@@ -14,19 +15,24 @@ using namespace Qt::StringLiterals;
 namespace {
 
 /// The statement cut into quoted literals and what stands between them; literals are passed through unchanged.
+/// A doubled quote ends one literal and begins the next, which cuts the same.
 QString outsideLiterals(const QString &statement, const std::function<QString(const QString &)> &change)
 {
-    static const QRegularExpression literal(u"'(?:[^']|'')*'"_s);
     QString result;
     qsizetype from = 0;
-    auto matches = literal.globalMatch(statement);
-    while (matches.hasNext()) {
-        const QRegularExpressionMatch match = matches.next();
-        result += change(statement.mid(from, match.capturedStart() - from));
-        result += match.captured();
-        from = match.capturedEnd();
+    for (;;) {
+        const qsizetype begin = statement.indexOf(u'\'', from);
+        const qsizetype end = begin < 0 ? -1 : statement.indexOf(u'\'', begin + 1);
+        if (end < 0)
+            return result + change(statement.mid(from));
+        result += change(statement.mid(from, begin - from)) + statement.mid(begin, end + 1 - begin);
+        from = end + 1;
     }
-    return result + change(statement.mid(from));
+}
+
+bool isLetter(QChar c)
+{
+    return (c >= u'A' && c <= u'Z') || (c >= u'a' && c <= u'z') || c == u'_';
 }
 
 } // namespace
@@ -47,14 +53,15 @@ QString number(double value)
 
 bool isLiteral(const QString &text)
 {
-    static const QRegularExpression pattern(u"\\A'(?:[^']|'')*'\\z"_s);
-    return pattern.match(text).hasMatch();
+    if (text.size() < 2 || !text.startsWith(u'\'') || !text.endsWith(u'\''))
+        return false;
+    return !text.sliced(1, text.size() - 2).remove(u"''"_s).contains(u'\'');
 }
 
 bool isName(const QString &text)
 {
-    static const QRegularExpression pattern(u"\\A[A-Za-z_][A-Za-z0-9_]*\\z"_s);
-    return pattern.match(text).hasMatch();
+    const auto mayFollow = [](QChar c) { return isLetter(c) || (c >= u'0' && c <= u'9'); };
+    return !text.isEmpty() && isLetter(text.front()) && std::all_of(text.begin(), text.end(), mayFollow);
 }
 
 QStringList split(const QString &text, QChar separator)
@@ -76,15 +83,16 @@ QStringList split(const QString &text, QChar separator)
 
 QString withTables(const QString &statement, const std::function<QString(const QString &)> &physical)
 {
-    static const QRegularExpression brace(u"\\{([A-Za-z_][A-Za-z0-9_]*)\\}"_s);
     return outsideLiterals(statement, [&](const QString &piece) {
         QString result;
         qsizetype from = 0;
-        auto matches = brace.globalMatch(piece);
-        while (matches.hasNext()) {
-            const QRegularExpressionMatch match = matches.next();
-            result += piece.mid(from, match.capturedStart() - from) + physical(match.captured(1));
-            from = match.capturedEnd();
+        for (qsizetype brace = piece.indexOf(u'{'); brace >= 0; brace = piece.indexOf(u'{', brace + 1)) {
+            const qsizetype end = piece.indexOf(u'}', brace);
+            const QString name = piece.sliced(brace + 1, qMax(end, brace + 1) - brace - 1);
+            if (!isName(name))
+                continue;
+            result += piece.sliced(from, brace - from) + physical(name);
+            from = end + 1;
         }
         return result + piece.mid(from);
     });
@@ -94,6 +102,8 @@ QString withoutAliasInSet(const QString &statement)
 {
     static const QRegularExpression update(
         u"\\A\\s*UPDATE\\s+\\w+\\s+(?:AS\\s+)?(\\w+)\\s+SET\\s"_s, QRegularExpression::CaseInsensitiveOption);
+    if (!QStringView(statement).trimmed().startsWith(u"UPDATE", Qt::CaseInsensitive))
+        return statement;
     const QRegularExpressionMatch head = update.match(statement);
     if (!head.hasMatch())
         return statement;
