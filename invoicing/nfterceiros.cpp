@@ -189,8 +189,10 @@ void TfmNFTerceiros::DBCodClienteExit()
     describe(m_ui->PqCliente);
     filterMaterials();
     // What was entered for this client stays when the field is passed again.
-    if (client != m_itemsOf.client)
+    if (client != m_itemsOf.client) {
+        m_lastLot.reset();
         BuscaItens();
+    }
     m_ui->PainelItens->setEnabled(true);
     tbNFT_Iten->Cancel();
     Bar_Itens(false);

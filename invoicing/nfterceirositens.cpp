@@ -37,7 +37,9 @@ void TfmNFTerceiros::Bar_Itens(bool Editing, QWidget *focus)
 {
     m_itemOpen = Editing;
     m_ui->PainelItem->setEnabled(Editing);
-    m_ui->DBGItens->setEnabled(!Editing);
+    // The list stays where it is, and readable.
+    m_ui->DBGItens->setFocusPolicy(Editing ? Qt::NoFocus : Qt::WheelFocus);
+    m_ui->DBGItens->viewport()->setAttribute(Qt::WA_TransparentForMouseEvents, Editing);
     if (!Editing) {
         m_altered.reset();
         m_ui->EdtCodMaterial->setReadOnly(false);
