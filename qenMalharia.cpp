@@ -4,6 +4,7 @@
 
 #include "invoicing/nfterceiros.h"
 #include "module/package.h"
+#include "production/acertomalha.h"
 #include "production/ordembaixabarra.h"
 #include "production/ordemfab.h"
 #include "registries/caddefmalha.h"
@@ -12,7 +13,8 @@ namespace {
 
 Package &package()
 {
-    static Package units({&Nfterceiros::unit(), &Ordemfab::unit(), &Ordembaixabarra::unit(), &Caddefmalha::unit()});
+    static Package units({&Nfterceiros::unit(), &Ordemfab::unit(), &Acertomalha::unit(), &Ordembaixabarra::unit(),
+        &Caddefmalha::unit()});
     return units;
 }
 

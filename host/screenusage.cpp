@@ -5,8 +5,11 @@
 
 #include "host/screendriver.h"
 #include "module/host_services/database.h"
+#include "module/host_services/errors.h"
 #include "module/host_services/funcoes.h"
 #include "module/host_services/tabelas.h"
+
+#include <QTabWidget>
 
 using namespace Funcoes;
 using namespace Qt::StringLiterals;
@@ -32,9 +35,19 @@ QString worker()
     return value(u"SELECT MIN(CODIGO) FROM {PESSOAL} WHERE ATIVO = 'S'"_s);
 }
 
+/// An order that is to become heavier than the yarn that is reserved for it.
 void useOrder(ScreenDriver &order)
 {
     order.press(u"BtnAltera"_s);
+    order.type(u"edtKGTotal"_s, u"1200"_s);
+    if (auto *pages = order.screen()->findChild<QTabWidget *>(u"PageControl"_s))
+        pages->setCurrentIndex(1);
+}
+
+void useBalance(ScreenDriver &balance)
+{
+    balance.enter(u"edtOF"_s, value(u"SELECT MAX(NUM_OF) FROM {PA_MALHA} WHERE QTDE_TOTAL > FATURADO"_s));
+    balance.type(u"EdtQtde"_s, u"12,5"_s);
 }
 
 void useWriteOff(ScreenDriver &station)
@@ -80,11 +93,16 @@ void handOver(QWidget &screen)
 bool bringIntoUse(QWidget &screen)
 {
     static const QHash<QString, void (*)(ScreenDriver &)> uses{{u"TfmNFTerceiros"_s, useInboundInvoice},
-        {u"TfmMalhaOF"_s, useOrder}, {u"TfmMalhaOFBaixaBarra"_s, useWriteOff}, {u"TfmCadDefMalha"_s, useDefects}};
+        {u"TfmMalhaOF"_s, useOrder}, {u"TfmAcertoMalharia"_s, useBalance}, {u"TfmMalhaOFBaixaBarra"_s, useWriteOff},
+        {u"TfmCadDefMalha"_s, useDefects}};
     const auto use = uses.constFind(QString::fromLatin1(screen.metaObject()->className()));
     if (use == uses.constEnd())
         return false;
-    ScreenDriver driver(&screen);
-    (*use)(driver);
+    try {
+        ScreenDriver driver(&screen);
+        (*use)(driver);
+    } catch (const EProgramming &) {
+        return false; // a button stayed closed: the user has no right to it
+    }
     return true;
 }

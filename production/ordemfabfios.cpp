@@ -11,6 +11,7 @@
 #include "module/host_services/table.h"
 
 #include <algorithm>
+#include <array>
 
 using namespace Qt::StringLiterals;
 using namespace YarnReservation;
@@ -18,7 +19,8 @@ using namespace YarnReservation;
 namespace {
 
 const QColor uncovered(0xff, 0xe0, 0xdb);
-const QColor band(0xf3, 0xf7, 0xf6);
+/// The yarns' groups of lots, one after the other.
+const std::array bands{QColor(Qt::white), QColor(0xec, 0xf4, 0xf2)};
 
 QString insufficient(const QString &yarn)
 {
@@ -81,7 +83,6 @@ void TfmMalhaOF::createYarnGrids()
         TField(u"Situacao"_s, Type::Text, 20).titled(u"Situação"_s)});
     m_ui->DBGrid2->setDataSet(TbSaldo);
     m_ui->DBGrid3->setDataSet(m_yarns);
-    m_ui->DBGrid2->setAlternatingRowColors(false);
     m_ui->DBGrid3->setSelectionMode(QAbstractItemView::NoSelection);
 }
 
@@ -184,7 +185,7 @@ void TfmMalhaOF::showCoverage()
     for (const Coverage &yarn : coverageOf(m_shares, tbOF_Malha->AsFloat(u"KG_TOTAL"_s), lots)) {
         const bool lacks = checked && yarn.missing > 0;
         lacking |= lacks;
-        colours.insert(yarn.yarn, lacks ? uncovered : colours.size() % 2 == 0 ? QColor() : band);
+        colours.insert(yarn.yarn, lacks ? uncovered : bands[colours.size() % bands.size()]);
         m_yarns->Append();
         m_yarns->setValue(u"Codigo"_s, yarn.yarn);
         m_yarns->setValue(u"Descricao"_s, yarn.description);

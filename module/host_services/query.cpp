@@ -62,11 +62,10 @@ TTIQuery::TTIQuery(QObject *owner)
 
 void TTIQuery::Open()
 {
+    // What may fail comes first: it then leaves the rows as they were.
     QSqlQuery opened = m_database->run(SQL.text());
-    emit aboutToReset();
-    m_query = std::move(opened);
-    m_rows.clear();
-    QVector<TField> found = fieldsOf(m_database->dialect().shapeOf(m_query));
+    QVector<TField> found = fieldsOf(m_database->dialect().shapeOf(opened));
+    const Rows first = read(opened, int(found.size()), fetchSize);
     for (TField &described : found) {
         if (hasField(described.name)) {
             const TField &before = field(described.name);
@@ -75,12 +74,13 @@ void TTIQuery::Open()
             described.visible = before.visible;
         }
     }
+    emit aboutToReset();
     setFields(found);
     m_active = true;
-    m_more = true;
+    take(std::move(opened), first.size() == fetchSize);
+    m_rows = first;
     moveTo(-1, false);
     emit wasReset();
-    fetch(fetchSize);
     if (m_database->inTransaction())
         FetchAll();
     moveTo(m_rows.isEmpty() ? -1 : 0, false);
@@ -109,19 +109,30 @@ void TTIQuery::FetchAll()
         fetch(10 * fetchSize);
 }
 
-void TTIQuery::fetch(int atMost)
+TTIQuery::Rows TTIQuery::read(QSqlQuery &query, int columns, int atMost) const
 {
-    QVector<QVector<QVariant>> fetched;
-    const int columns = int(fields().size());
-    while (fetched.size() < atMost && m_database->next(m_query)) {
+    Rows rows;
+    while (rows.size() < atMost && m_database->next(query)) {
         QVector<QVariant> row(columns);
         for (int i = 0; i < columns; ++i)
-            row[i] = m_database->dialect().exact(m_query.value(i));
-        fetched.append(row);
+            row[i] = m_database->dialect().exact(query.value(i));
+        rows.append(row);
     }
-    m_more = fetched.size() == atMost;
-    if (!m_more)
-        m_query = QSqlQuery(); // ends the statement's own transaction
+    return rows;
+}
+
+/// Where the next rows come from; what has no more of them ends its own transaction.
+void TTIQuery::take(QSqlQuery query, bool more)
+{
+    m_query = more ? std::move(query) : QSqlQuery();
+    m_more = more;
+}
+
+void TTIQuery::fetch(int atMost)
+{
+    const Rows fetched = read(m_query, int(fields().size()), atMost);
+    if (fetched.size() < atMost)
+        take(QSqlQuery(), false);
     if (fetched.isEmpty())
         return;
     const int first = int(m_rows.size());

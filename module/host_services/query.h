@@ -57,11 +57,15 @@ public:
     static constexpr int fetchSize = 200;
 
 private:
+    using Rows = QVector<QVector<QVariant>>;
+
+    Rows read(QSqlQuery &query, int columns, int atMost) const;
+    void take(QSqlQuery query, bool more);
     void fetch(int atMost);
 
     TTIDatabase *m_database;
     QSqlQuery m_query;
-    QVector<QVector<QVariant>> m_rows;
+    Rows m_rows;
     bool m_active = false;
     bool m_more = false;
 };

@@ -15,8 +15,8 @@
 class OrderStation : public TestStation
 {
 public:
-    OrderStation()
-        : TestStation(Engines::current())
+    explicit OrderStation(const QString &engine = Engines::current())
+        : TestStation(engine)
     {
     }
 

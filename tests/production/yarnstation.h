@@ -28,7 +28,11 @@ struct YarnLot
 class YarnStation : public OrderStation
 {
 public:
-    YarnStation() { setMode(QStringLiteral("S")); }
+    explicit YarnStation(const QString &engine = Engines::current())
+        : OrderStation(engine)
+    {
+        setMode(QStringLiteral("S"));
+    }
 
     void setMode(const QString &mode)
     {
