@@ -37,16 +37,25 @@ void Answers::answer(QObject *window)
     auto *box = qobject_cast<QMessageBox *>(window);
     if (!box)
         return;
-    connect(box, &QObject::destroyed, this, [this] {
-        if (m_paused)
-            m_clock.resume();
-        m_paused = false;
-    });
+    // Until the last part of it is gone: a box tells its end before it begins to clear up.
+    for (QObject *part : box->findChildren<QObject *>()) {
+        ++m_parts;
+        connect(part, &QObject::destroyed, this, &Answers::partGone);
+    }
     // Once it waits for an answer.
     const auto press = [this, box] {
         ++m_given;
+        emit asked();
         QAbstractButton *yes = box->button(QMessageBox::Yes);
         (yes ? yes : box->button(QMessageBox::Ok))->click();
     };
     QMetaObject::invokeMethod(box, press, Qt::QueuedConnection);
+}
+
+void Answers::partGone()
+{
+    if (--m_parts > 0 || !m_paused)
+        return;
+    m_paused = false;
+    m_clock.resume();
 }

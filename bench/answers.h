@@ -19,13 +19,18 @@ public:
 
     int given() const { return m_given; }
 
+signals:
+    void asked();
+
 protected:
     bool eventFilter(QObject *watched, QEvent *event) override;
 
 private:
-    void answer(QObject *box);
+    void answer(QObject *window);
+    void partGone();
 
     Clockwork &m_clock;
     bool m_paused = false;
+    int m_parts = 0; ///< of the box, that are still there
     int m_given = 0;
 };

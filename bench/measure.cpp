@@ -10,6 +10,17 @@ namespace {
 
 constexpr double nanosecondsPerMillisecond = 1e6;
 
+/// Fills the processor's caches with something else.
+void coolDown()
+{
+    constexpr qsizetype size = 64 << 20;
+    constexpr qsizetype cacheLine = 64;
+    static QByteArray memory(size, '\0');
+    char *bytes = memory.data();
+    for (qsizetype i = 0; i < size; i += cacheLine)
+        ++bytes[i];
+}
+
 double medianOf(QVector<double> values)
 {
     if (values.isEmpty())
@@ -24,8 +35,7 @@ double medianOf(QVector<double> values)
 void Clockwork::start()
 {
     m_counted = 0;
-    m_running = true;
-    m_timer.start();
+    resume();
 }
 
 void Clockwork::pause()
@@ -37,6 +47,7 @@ void Clockwork::pause()
 
 void Clockwork::resume()
 {
+    coolDown();
     m_running = true;
     m_timer.start();
 }

@@ -7,6 +7,9 @@
 #include <QVector>
 
 /// A clock that can be stopped for what does not belong to the measured time.
+///
+/// It goes on with the processor's caches cold: rolls come once a minute, and a floor that repeats its statements in a
+/// row would otherwise find them warm from the time before.
 class Clockwork
 {
 public:

@@ -11,7 +11,6 @@
 
 #include <QAbstractButton>
 #include <QCoreApplication>
-#include <QKeyEvent>
 #include <QLineEdit>
 
 using namespace Qt::StringLiterals;
@@ -29,13 +28,16 @@ public:
         , m_form(station.open(u"TfmMalhaOFBaixaBarra"_s))
         , m_answers(m_clock)
     {
+        QObject::connect(
+            &station.host(), &BenchHost::settingsAsked, &m_answers, [this] { m_untilScale = m_clock.milliseconds(); });
         field<QLineEdit>(u"EdtTurno"_s)->setText(u"1"_s);
+        QObject::connect(&m_answers, &Answers::asked, &m_answers, [this] { m_askedAfter = int(m_statements.size()); });
         m_worker = m_database.value(Funcoes::DBLocal_SQL(u"SELECT MIN(CODIGO) FROM {PESSOAL}"_s)).toString();
         m_database.setObserver([this](const QString &statement) {
             m_statements.append(statement);
             if (statement.startsWith(logged)) {
                 m_untilLogged = m_clock.milliseconds();
-                m_statementsUntilLogged = int(m_statements.size());
+                m_loggedAfter = int(m_statements.size());
             }
         });
     }
@@ -47,21 +49,22 @@ public:
     }
     Q_DISABLE_COPY_MOVE(Operator)
 
-    /// Scans an order's number and leaves the field.
+    /// Scans an order's number; the field's exit is timed up to where the scale is about to be read: order and rolls
+    /// are shown by then, and all that follows is the scale's.
     double leaveOrder(const QString &order)
     {
         activate(); // a box may have taken the keys away
         auto *number = field<QLineEdit>(u"edtOF"_s);
-        number->setFocus(Qt::TabFocusReason);
+        number->clear();
+        field<QLineEdit>(u"EdtCodOper"_s)->setFocus(); // so that the field is left just once
         number->setText(order);
-        QKeyEvent tab(QEvent::KeyPress, Qt::Key_Tab, Qt::NoModifier);
         m_statements.clear();
         m_clock.start();
-        QCoreApplication::sendEvent(number, &tab);
+        QMetaObject::invokeMethod(m_form, "edtOFExit", Qt::DirectConnection);
         m_clock.pause();
         if (m_statements.isEmpty())
             throw EQen(u"The order field was left and nothing was read."_s);
-        return m_clock.milliseconds();
+        return m_untilScale;
     }
 
     /// Confirms a roll of the order that is shown.
@@ -73,11 +76,11 @@ public:
         auto *button = field<QAbstractButton>(u"btnBaixa"_s);
         button->setFocus(Qt::TabFocusReason);
         m_statements.clear();
-        m_statementsUntilLogged = 0;
+        m_loggedAfter = 0;
         m_clock.start();
         button->click();
         m_clock.pause();
-        if (m_statementsUntilLogged == 0)
+        if (m_loggedAfter == 0)
             throw EQen(u"The roll was confirmed and nothing was logged."_s, m_statements.join(u'\n'));
         return m_clock.milliseconds();
     }
@@ -85,7 +88,9 @@ public:
     double untilLogged() const { return m_untilLogged; }
     /// What the last of the two sent.
     const QStringList &statements() const { return m_statements; }
-    QStringList statementsUntilLogged() const { return m_statements.first(m_statementsUntilLogged); }
+    /// How many of them came before the question, and up to the line of the log.
+    int askedAfter() const { return m_askedAfter; }
+    int loggedAfter() const { return m_loggedAfter; }
 
 private:
     void activate()
@@ -109,18 +114,65 @@ private:
     Answers m_answers;
     QString m_worker;
     QStringList m_statements;
-    int m_statementsUntilLogged = 0;
+    int m_askedAfter = 0;
+    int m_loggedAfter = 0;
     double m_untilLogged = 0;
+    double m_untilScale = 0;
 };
 
-double timed(BareClient &client, QStringList statements, const QString &from, const QString &to)
+/// What the program sent for a roll of an order.
+struct Sent
 {
-    statements.replaceInStrings(from, to);
+    QString order;
+    QStringList leaving;
+    QStringList untilAsked; ///< until the question whether to write the roll off
+    QStringList untilLogged;
+    QStringList afterwards;
+};
+
+/// How long one roll took, step by step, in milliseconds.
+struct RollTimes
+{
+    double left;
+    double logged;
+    double ready;
+};
+
+RollTimes byProgram(Operator &person, const QString &order, Sent &sent)
+{
+    sent.order = order;
+    RollTimes times{};
+    times.left = person.leaveOrder(order);
+    sent.leaving = person.statements();
+    times.ready = person.confirm(Filling::rollKg);
+    times.logged = person.untilLogged();
+    const QStringList all = person.statements();
+    sent.untilAsked = all.first(person.askedAfter());
+    sent.untilLogged = all.sliced(person.askedAfter(), person.loggedAfter() - person.askedAfter());
+    sent.afterwards = all.sliced(person.loggedAfter());
+    return times;
+}
+
+/// The same for an order that differs by nothing but its number. The clock stands where the program's stood.
+RollTimes byBareClient(BareClient &client, Sent sent, const QString &order)
+{
+    for (QStringList *statements : {&sent.leaving, &sent.untilAsked, &sent.untilLogged, &sent.afterwards})
+        statements->replaceInStrings(sent.order, order);
+    RollTimes times{};
     Clockwork clock;
     clock.start();
-    client.send(statements);
+    client.send(sent.leaving);
     clock.pause();
-    return clock.milliseconds();
+    times.left = clock.milliseconds();
+    clock.start();
+    client.send(sent.untilAsked);
+    clock.pause();
+    clock.resume();
+    client.send(sent.untilLogged);
+    times.logged = clock.milliseconds();
+    client.send(sent.afterwards);
+    times.ready = clock.milliseconds();
+    return times;
 }
 
 } // namespace
@@ -134,25 +186,24 @@ QVector<Comparison> measureRolls(const Bench &bench)
     bench.station.enter(BenchStation::secondCompany);
     Operator person(bench.station);
     BareClient bare(bench.database.settings());
-    for (int run = -bench.effort.warmUps; run < bench.effort.runs; ++run) {
-        const int index = run + bench.effort.warmUps;
-        const QString order = Filling::programOrder(index);
-        const QString twin = Filling::floorOrder(index);
-        const double left = person.leaveOrder(order);
-        const double leftBare = timed(bare, person.statements(), order, twin);
-        const double ready = person.confirm(Filling::rollKg);
-        const double done = person.untilLogged();
-        const double doneBare = timed(bare, person.statementsUntilLogged(), order, twin);
-        const double readyBare =
-            doneBare + timed(bare, person.statements().mid(person.statementsUntilLogged().size()), order, twin);
-        if (run < 0)
+    Sent sent;
+    for (int index = 0; index < bench.effort.warmUps + bench.effort.runs; ++index) {
+        // In turns, because whoever comes second finds pages that the first has changed.
+        RollTimes floor{};
+        const bool bareFirst = index % 2 == 1;
+        if (bareFirst)
+            floor = byBareClient(bare, sent, Filling::floorOrder(index));
+        const RollTimes program = byProgram(person, Filling::programOrder(index), sent);
+        if (!bareFirst)
+            floor = byBareClient(bare, sent, Filling::floorOrder(index));
+        if (index < bench.effort.warmUps)
             continue;
-        leaving.program.add(left);
-        leaving.floor.add(leftBare);
-        confirming.program.add(done);
-        confirming.floor.add(doneBare);
-        next.program.add(ready);
-        next.floor.add(readyBare);
+        leaving.program.add(program.left);
+        leaving.floor.add(floor.left);
+        confirming.program.add(program.logged);
+        confirming.floor.add(floor.logged);
+        next.program.add(program.ready);
+        next.floor.add(floor.ready);
     }
     return {confirming, next, leaving};
 }

@@ -67,6 +67,12 @@ bool BenchDatabase::hasPostgres()
     return postgresAddress().size() == 3;
 }
 
+QSettings &BenchHost::settings()
+{
+    emit settingsAsked();
+    return QenHost::settings();
+}
+
 BenchStation::BenchStation(const ConnectionSettings &connection, const QString &folder)
     : m_settings(folder + u"/station.ini"_s, QSettings::IniFormat)
     , m_host(m_settings)

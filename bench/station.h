@@ -29,6 +29,19 @@ private:
     ConnectionSettings m_settings;
 };
 
+/// The host, which tells when somebody asks for the station's settings: the scale does, before it is read.
+class BenchHost : public QenHost
+{
+    Q_OBJECT
+
+public:
+    using QenHost::QenHost;
+    QSettings &settings() override;
+
+signals:
+    void settingsAsked();
+};
+
 /// A station of the mill without main window and login dialog: connection, host, package of screens. Its scale is a
 /// port that does not exist, so that no time is spent waiting for a weight.
 class BenchStation
@@ -39,7 +52,7 @@ public:
     Q_DISABLE_COPY_MOVE(BenchStation)
 
     TTIDatabase &database() { return *m_tables.IBDatabase; }
-    QenHost &host() { return m_host; }
+    BenchHost &host() { return m_host; }
     /// Goes on in that company as the demonstration's user, who may do everything.
     void enter(int company);
 
@@ -54,6 +67,6 @@ public:
 private:
     QSettings m_settings;
     TTabela m_tables;
-    QenHost m_host;
+    BenchHost m_host;
     PackageLoader m_package;
 };
