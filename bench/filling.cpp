@@ -109,3 +109,11 @@ QString Filling::floorOrder(int index)
 {
     return QString::number(firstFloorOrder + index);
 }
+
+SearchSource Filling::rollsOfAllOrders()
+{
+    return {Funcoes::DBLocal(u"OF_MALHA_BAIXAS"_s),
+        {{u"NUM_OF"_s, u"Número"_s}, {u"NUM_BAIXA"_s, u"Baixa"_s}, {u"DATA"_s, u"Data"_s},
+            {u"FUNCIONARIO"_s, u"Operador"_s}},
+        {}};
+}

@@ -2,6 +2,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include "module/host_services/searchsource.h"
+
 #include <QString>
 
 class TTIDatabase;
@@ -23,6 +25,8 @@ public:
     /// when it was made, in an installation too.
     void settle();
 
+    /// A search over every roll of the current company.
+    static SearchSource rollsOfAllOrders();
     /// Numbers of twins: equal but for their numbers.
     static QString programOrder(int index);
     static QString floorOrder(int index);

@@ -71,6 +71,12 @@ double Times::spread() const
     return medianOf(distances);
 }
 
+void Comparison::add(double floorMs, double programMs)
+{
+    floor.add(floorMs);
+    program.add(programMs);
+}
+
 double Comparison::ratio() const
 {
     return floor.median() > 0 ? program.median() / floor.median() : std::numeric_limits<double>::infinity();

@@ -40,10 +40,8 @@ Comparison measureScreen(const Bench &bench, const QString &screen, int orders)
     for (int run = -bench.effort.warmUps; run < bench.effort.runs; ++run) {
         const double program = open(bench.station, screen);
         const double floor = open(bench.station, empty);
-        if (run >= 0) {
-            result.program.add(program);
-            result.floor.add(floor);
-        }
+        if (run >= 0)
+            result.add(floor, program);
     }
     return result;
 }

@@ -44,10 +44,8 @@ QVector<Comparison> measureStart(const Bench &bench)
     for (int run = -1; run < bench.effort.processes; ++run) {
         const double bare = timed(u"qen-bench-bare"_s, {});
         const double program = timed(u"qen"_s, arguments);
-        if (run < 0)
-            continue;
-        result.floor.add(bare);
-        result.program.add(program);
+        if (run >= 0)
+            result.add(bare, program);
     }
     return {result};
 }

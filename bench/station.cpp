@@ -36,12 +36,22 @@ void onCluster(const QString &statement)
     cluster.run(statement);
 }
 
+void beDurable(bool durable)
+{
+    for (const QString &name : {u"fsync"_s, u"synchronous_commit"_s, u"full_page_writes"_s})
+        onCluster(durable ? u"ALTER SYSTEM SET %1 = on"_s.arg(name) : u"ALTER SYSTEM RESET "_s + name);
+    onCluster(u"SELECT pg_reload_conf()"_s);
+}
+
 } // namespace
 
-BenchDatabase::BenchDatabase(Engine engine, const QString &folder)
+BenchDatabase::BenchDatabase(Engine engine, const QString &folder, bool durable)
+    : m_durable(durable)
 {
     if (engine == Engine::PostgreSQL) {
         m_settings = postgres(u"qen_bench_%1"_s.arg(getpid()));
+        if (m_durable)
+            beDurable(true);
         onCluster(u"CREATE DATABASE "_s + m_settings.database);
         return;
     }
@@ -51,10 +61,17 @@ BenchDatabase::BenchDatabase(Engine engine, const QString &folder)
 
 BenchDatabase::~BenchDatabase()
 {
-    if (m_settings.engine == Engine::PostgreSQL)
-        onCluster(u"DROP DATABASE IF EXISTS %1 WITH (FORCE)"_s.arg(m_settings.database));
-    else
+    if (m_settings.engine != Engine::PostgreSQL) {
         QFile::remove(m_settings.database);
+        return;
+    }
+    try {
+        onCluster(u"DROP DATABASE IF EXISTS %1 WITH (FORCE)"_s.arg(m_settings.database));
+        if (m_durable)
+            beDurable(false);
+    } catch (const EQen &error) {
+        qWarning("%s", qPrintable(error.details()));
+    }
 }
 
 QString BenchDatabase::engineName() const

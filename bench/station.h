@@ -14,8 +14,9 @@
 class BenchDatabase
 {
 public:
-    /// Local files are kept in the folder. Throws EQen.
-    BenchDatabase(Engine engine, const QString &folder);
+    /// Local files are kept in the folder. A durable one waits for the disk at each commit, as an installed server
+    /// does; the tests' cluster does not by itself. Throws EQen.
+    BenchDatabase(Engine engine, const QString &folder, bool durable);
     ~BenchDatabase();
     Q_DISABLE_COPY_MOVE(BenchDatabase)
 
@@ -27,6 +28,7 @@ public:
 
 private:
     ConnectionSettings m_settings;
+    bool m_durable;
 };
 
 /// The host, which tells when somebody asks for the station's settings: the scale does, before it is read.

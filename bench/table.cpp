@@ -22,12 +22,8 @@ QStringList cells(const Comparison &row)
 
 } // namespace
 
-void printTable(const QVector<Comparison> &rows)
+void printLines(const QVector<QStringList> &lines)
 {
-    QVector<QStringList> lines{
-        {u"what"_s, u"engine"_s, u"floor (ms)"_s, u"program (ms)"_s, u"ratio"_s, u"at most"_s, u"ok"_s}};
-    for (const Comparison &row : rows)
-        lines.append(cells(row));
     QVector<qsizetype> widths(lines.first().size(), 0);
     for (const QStringList &line : lines) {
         for (qsizetype i = 0; i < line.size(); ++i)
@@ -41,4 +37,13 @@ void printTable(const QVector<Comparison> &rows)
         }
         std::puts(qUtf8Printable(shown.join(u"  "_s)));
     }
+}
+
+void printTable(const QVector<Comparison> &rows)
+{
+    QVector<QStringList> lines{
+        {u"what"_s, u"engine"_s, u"floor (ms)"_s, u"program (ms)"_s, u"ratio"_s, u"at most"_s, u"ok"_s}};
+    for (const Comparison &row : rows)
+        lines.append(cells(row));
+    printLines(lines);
 }
