@@ -4,8 +4,10 @@
 
 #include <QList>
 #include <QString>
+#include <QVariant>
 
 #include <exception>
+#include <functional>
 
 class QObject;
 class QSettings;
@@ -28,7 +30,12 @@ struct ReportCall
     QWidget *form = nullptr; ///< the screen that prints
     /// Data sets by the names that the layout knows.
     QList<std::pair<QString, TDataSet *>> dataSets;
-    bool preview = true;
+    /// Values by the names that the layout knows: the filters as text, a chart as QImage.
+    QVariantMap parameters;
+    /// Answers the functions of the layout that the engine does not know, by their names in upper case; an invalid
+    /// value when it does not know them either.
+    std::function<QVariant(const QString &function, const QVariantList &arguments)> unknownFunction;
+    bool preview = true; ///< false: printed at once, without a dialog
 };
 
 /// Where the columns of an inventory stand in a data set.
