@@ -16,6 +16,7 @@ set(CMAKE_LIBRARY_OUTPUT_DIRECTORY ${CMAKE_BINARY_DIR}/lib)
 find_package(Qt6 6.4 REQUIRED COMPONENTS Core Gui Widgets Sql PrintSupport SerialPort Svg SvgWidgets Charts Test)
 find_package(PkgConfig REQUIRED)
 pkg_check_modules(SODIUM REQUIRED IMPORTED_TARGET libsodium)
+pkg_check_modules(XLSXWRITER REQUIRED IMPORTED_TARGET xlsxwriter)
 find_library(FBCLIENT_LIBRARY fbclient REQUIRED)
 
 find_program(CCACHE_PROGRAM ccache)

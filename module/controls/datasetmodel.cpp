@@ -3,6 +3,7 @@
 
 #include "module/controls/datasetmodel.h"
 
+#include "module/controls/roworder.h"
 #include "module/host_services/clientdataset.h"
 
 using namespace Qt::StringLiterals;
@@ -19,25 +20,106 @@ void DataSetModel::setDataSet(TDataSet *dataSet)
         m_dataSet->disconnect(this);
     m_dataSet = dataSet;
     findColumns();
+    sortRows();
     endResetModel();
-    if (!dataSet)
-        return;
+    if (dataSet)
+        follow(dataSet);
+}
+
+void DataSetModel::follow(TDataSet *dataSet)
+{
     connect(dataSet, &TDataSet::aboutToReset, this, [this] { beginResetModel(); });
-    connect(dataSet, &TDataSet::wasReset, this, [this] {
-        findColumns();
-        endResetModel();
-    });
+    connect(dataSet, &TDataSet::wasReset, this, &DataSetModel::afterReset);
     connect(dataSet, &QObject::destroyed, this, [this] { setDataSet(nullptr); });
-    connect(dataSet, &TDataSet::rowsAboutToBeInserted, this,
-        [this](int first, int last) { beginInsertRows({}, first, last); });
-    connect(dataSet, &TDataSet::rowsInserted, this, [this] { endInsertRows(); });
-    connect(dataSet, &TDataSet::rowsAboutToBeRemoved, this,
-        [this](int first, int last) { beginRemoveRows({}, first, last); });
-    connect(dataSet, &TDataSet::rowsRemoved, this, [this] { endRemoveRows(); });
     connect(dataSet, &TDataSet::rowChanged, this, [this](int row) {
+        const int shown = modelRow(row);
         if (!m_columns.isEmpty())
-            emit dataChanged(index(row, 0), index(row, columnCount() - 1));
+            emit dataChanged(index(shown, 0), index(shown, columnCount() - 1));
     });
+    followRows(dataSet);
+}
+
+void DataSetModel::followRows(TDataSet *dataSet)
+{
+    connect(dataSet, &TDataSet::rowsAboutToBeInserted, this, [this](int first, int last) {
+        int shown = modelRow(first);
+        if (shown < 0) // after the data set's last row
+            shown = int(m_rows.size());
+        beginInsertRows({}, shown, shown + last - first);
+        if (m_sortField.isEmpty())
+            return;
+        const int count = last - first + 1;
+        for (int &row : m_rows)
+            row += row >= first ? count : 0;
+        for (int i = 0; i < count; ++i)
+            m_rows.insert(shown + i, first + i);
+    });
+    connect(dataSet, &TDataSet::rowsInserted, this, [this] { endInsertRows(); });
+    connect(dataSet, &TDataSet::rowsAboutToBeRemoved, this, [this](int first, int last) {
+        if (last > first) // may stand anywhere
+            sort(-1);
+        const int shown = modelRow(first);
+        beginRemoveRows({}, shown, shown + last - first);
+        if (m_sortField.isEmpty())
+            return;
+        m_rows.remove(shown);
+        for (int &row : m_rows)
+            row -= row > first ? 1 : 0;
+    });
+    connect(dataSet, &TDataSet::rowsRemoved, this, [this] { endRemoveRows(); });
+}
+
+void DataSetModel::afterReset()
+{
+    findColumns();
+    sortRows();
+    endResetModel();
+    // An emptied list is being filled anew, row by row.
+    if (!m_sortField.isEmpty() && m_dataSet->IsEmpty())
+        QMetaObject::invokeMethod(this, &DataSetModel::rearrange, Qt::QueuedConnection);
+}
+
+int DataSetModel::sortColumn() const
+{
+    for (int column = 0; column < m_columns.size() && !m_sortField.isEmpty(); ++column) {
+        if (fieldName(column) == m_sortField)
+            return column;
+    }
+    return -1;
+}
+
+void DataSetModel::sort(int column, Qt::SortOrder order)
+{
+    m_sortField = fieldName(column);
+    m_sortOrder = order;
+    rearrange();
+}
+
+/// Shows the same rows in the order that is wanted now.
+void DataSetModel::rearrange()
+{
+    emit layoutAboutToBeChanged({}, VerticalSortHint);
+    const QModelIndexList before = persistentIndexList();
+    QVector<int> dataSetRows;
+    for (const QModelIndex &kept : before)
+        dataSetRows.append(dataSetRow(kept.row()));
+    sortRows();
+    QModelIndexList after;
+    for (int i = 0; i < before.size(); ++i)
+        after.append(index(modelRow(dataSetRows[i]), before[i].column()));
+    changePersistentIndexList(before, after);
+    emit layoutChanged({}, VerticalSortHint);
+}
+
+void DataSetModel::sortRows()
+{
+    m_rows.clear();
+    if (m_sortField.isEmpty() || !m_dataSet)
+        return;
+    if (m_dataSet->hasField(m_sortField) && !m_dataSet->canFetchMore())
+        m_rows = sortedRows(*m_dataSet, m_dataSet->fieldIndex(m_sortField), m_sortOrder);
+    else
+        m_sortField.clear();
 }
 
 void DataSetModel::setColumns(const QString &columns)
@@ -88,21 +170,22 @@ QVariant DataSetModel::data(const QModelIndex &index, int role) const
 {
     if (!checkIndex(index, CheckIndexOption::IndexIsValid) || !m_dataSet)
         return {};
+    const int row = dataSetRow(index.row());
     const int column = m_columns[index.column()].field;
     const TField &field = m_dataSet->fields()[column];
     switch (role) {
     case Qt::DisplayRole:
-        return field.tick ? QString() : field.text(m_dataSet->cell(index.row(), column));
+        return field.tick ? QString() : field.text(m_dataSet->cell(row, column));
     case Qt::CheckStateRole:
         if (!field.tick)
             return {};
-        return m_dataSet->cell(index.row(), column).toString() == u"S" ? Qt::Checked : Qt::Unchecked;
+        return m_dataSet->cell(row, column).toString() == u"S" ? Qt::Checked : Qt::Unchecked;
     case Qt::BackgroundRole: {
-        const QColor colour = m_rowColour ? m_rowColour(index.row()) : QColor();
+        const QColor colour = m_rowColour ? m_rowColour(row) : QColor();
         return colour.isValid() ? QVariant(QBrush(colour)) : QVariant();
     }
     case Qt::EditRole:
-        return m_dataSet->cell(index.row(), column);
+        return m_dataSet->cell(row, column);
     case Qt::TextAlignmentRole:
         return QVariant(Qt::Alignment(field.isNumeric() ? Qt::AlignRight : Qt::AlignLeft) | Qt::AlignVCenter);
     default:
@@ -122,7 +205,7 @@ bool DataSetModel::setData(const QModelIndex &index, const QVariant &value, int 
 bool DataSetModel::store(const QModelIndex &index, const QVariant &value)
 {
     auto *inMemory = qobject_cast<TClientDataSet *>(m_dataSet.data());
-    inMemory->setRow(index.row());
+    inMemory->setRow(dataSetRow(index.row()));
     inMemory->Edit();
     inMemory->setValue(fieldName(index.column()), value);
     inMemory->Post();

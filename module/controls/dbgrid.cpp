@@ -5,19 +5,22 @@
 
 #include "module/controls/currencyedit.h"
 #include "module/controls/datasetmodel.h"
+#include "module/controls/gridactions.h"
+#include "module/controls/gridcolumns.h"
+#include "module/controls/gridtotals.h"
 #include "module/host_services/dataset.h"
 
+#include <QContextMenuEvent>
 #include <QHeaderView>
 #include <QKeyEvent>
+#include <QMetaMethod>
 #include <QMouseEvent>
+#include <QScrollBar>
 #include <QStyledItemDelegate>
 
 using namespace Qt::StringLiterals;
 
 namespace {
-
-constexpr int columnRoom = 14; // pixels beside the text of a column
-constexpr int rowsLookedAt = 20; // for the width of a column
 
 /// Figures are typed in a cell as they are in a field.
 class FieldDelegate : public QStyledItemDelegate
@@ -81,20 +84,20 @@ TDBGrid::TDBGrid(QWidget *parent)
     , m_model(new DataSetModel(this))
 {
     setModel(m_model);
+    m_gridColumns = new GridColumns(this);
     setItemDelegate(new FieldDelegate(this));
     setSelectionBehavior(QAbstractItemView::SelectRows);
-    setSelectionMode(QAbstractItemView::SingleSelection);
+    setSelectionMode(QAbstractItemView::ExtendedSelection);
     setAlternatingRowColors(true);
     setShowGrid(false);
     setWordWrap(false);
     setTabKeyNavigation(false);
     verticalHeader()->hide();
     horizontalHeader()->setHighlightSections(false);
-    connect(horizontalHeader(), &QHeaderView::sectionResized, this, [this] { m_sizedByUser |= !m_fitting; });
-    connect(horizontalHeader(), &QHeaderView::sectionClicked, this, [this](int section) {
-        m_titleField = m_model->fieldName(section);
-        emit titleClicked();
-    });
+    horizontalHeader()->setSectionsMovable(true);
+    connect(horizontalHeader(), &QHeaderView::sectionClicked, this, &TDBGrid::chooseTitle);
+    connect(m_model, &QAbstractItemModel::modelReset, this, &TDBGrid::showSorting);
+    connect(m_model, &QAbstractItemModel::layoutChanged, this, &TDBGrid::showSorting);
     connect(this, &QTableView::doubleClicked, this, [this](const QModelIndex &index) {
         if (!(m_model->flags(index) & Qt::ItemIsEditable))
             emit rowChosen();
@@ -112,12 +115,10 @@ void TDBGrid::setDataSet(TDataSet *dataSet)
     connect(dataSet, &TDataSet::wasReset, this, &TDBGrid::followDataSet);
     connect(dataSet, &TDataSet::wasReset, this, [this] {
         m_filled = false;
-        // Rows are fitted when they are there: a reset comes before them.
-        if (m_fittedColumns != m_model->columnCount())
-            fitColumns();
+        m_gridColumns->columnsFound();
     });
     followDataSet();
-    fitColumns();
+    m_gridColumns->columnsFound();
 }
 
 TDataSet *TDBGrid::dataSet() const
@@ -129,6 +130,51 @@ void TDBGrid::setColunas(const QString &columns)
 {
     m_columns = columns;
     m_model->setColumns(columns);
+    m_gridColumns->columnsFound();
+}
+
+void TDBGrid::setTotais(const QString &fields)
+{
+    m_totals = fields;
+    if (!m_totalsLine)
+        m_totalsLine = new GridTotals(this);
+    m_totalsLine->setFields(fields);
+    m_totalsLine->setVisible(!fields.isEmpty());
+    updateGeometries();
+}
+
+void TDBGrid::chooseTitle(int column)
+{
+    m_titleField = m_model->fieldName(column);
+    if (isSignalConnected(QMetaMethod::fromSignal(&TDBGrid::titleClicked)))
+        emit titleClicked();
+    else
+        sortBy(m_titleField);
+    showSorting(); // the header has turned its arrow by itself
+}
+
+void TDBGrid::sortBy(const QString &field)
+{
+    const int column = columnOf(field);
+    if (column < 0 || !GridActions::fetchAll(*this))
+        return;
+    const bool again = column == m_model->sortColumn() && m_model->sortOrder() == Qt::AscendingOrder;
+    m_model->sort(column, again ? Qt::DescendingOrder : Qt::AscendingOrder);
+    if (currentIndex().isValid())
+        scrollTo(currentIndex());
+}
+
+void TDBGrid::showSorting()
+{
+    const int column = m_model->sortColumn();
+    horizontalHeader()->setSortIndicatorShown(column >= 0);
+    if (column >= 0)
+        horizontalHeader()->setSortIndicator(column, m_model->sortOrder());
+}
+
+void TDBGrid::restoreColumns()
+{
+    m_gridColumns->restore();
 }
 
 void TDBGrid::setRowColour(const std::function<QColor(int row)> &colour)
@@ -146,6 +192,11 @@ int TDBGrid::columnOf(const QString &field) const
     return -1;
 }
 
+QModelIndex TDBGrid::cellOf(int dataSetRow, const QString &field) const
+{
+    return m_model->index(m_model->modelRow(dataSetRow), columnOf(field));
+}
+
 void TDBGrid::followDataSet()
 {
     if (m_following || !dataSet())
@@ -154,52 +205,15 @@ void TDBGrid::followDataSet()
     const int row = dataSet()->row();
     const int column = qMax(0, currentIndex().column());
     if (row >= 0 && row < m_model->rowCount())
-        setCurrentIndex(m_model->index(row, column));
+        setCurrentIndex(m_model->index(m_model->modelRow(row), column));
     m_following = false;
-}
-
-void TDBGrid::fitColumns()
-{
-    if (m_sizedByUser || m_model->columnCount() == 0)
-        return;
-    m_fitting = true;
-    m_fittedColumns = m_model->columnCount();
-    int widest = 0;
-    int total = 0;
-    for (int column = 0; column < m_model->columnCount(); ++column) {
-        setColumnWidth(column, fittingWidth(column));
-        total += columnWidth(column);
-        const TField &field = dataSet()->field(m_model->fieldName(column));
-        if (field.type == TField::Type::Text && columnWidth(column) >= columnWidth(widest))
-            widest = column;
-    }
-    // What is left goes to the longest text.
-    if (total < viewport()->width())
-        setColumnWidth(widest, columnWidth(widest) + viewport()->width() - total);
-    m_fitting = false;
-}
-
-/// For the title and the texts of the first rows. The view's own size hints, cell by cell, would take longer than
-/// reading the rows.
-int TDBGrid::fittingWidth(int column) const
-{
-    const int cellMargins = 2 * (style()->pixelMetric(QStyle::PM_FocusFrameHMargin, nullptr, this) + 1);
-    int width = horizontalHeader()->sectionSizeHint(column);
-    QString before;
-    for (int row = 0; row < qMin(rowsLookedAt, m_model->rowCount()); ++row) {
-        const QString text = m_model->index(row, column).data().toString();
-        if (text != before)
-            width = qMax(width, fontMetrics().horizontalAdvance(text) + cellMargins);
-        before = text;
-    }
-    return width + columnRoom;
 }
 
 void TDBGrid::doItemsLayout()
 {
     if (!m_filled && m_model->rowCount() > 0) {
         m_filled = true;
-        fitColumns();
+        m_gridColumns->fit(); // to the rows: the columns were found before them
     }
     QTableView::doItemsLayout();
     if (m_scrollPending && currentIndex().isValid())
@@ -211,7 +225,62 @@ void TDBGrid::resizeEvent(QResizeEvent *event)
 {
     QTableView::resizeEvent(event);
     if (event->size().width() != event->oldSize().width())
-        fitColumns();
+        m_gridColumns->fit();
+}
+
+void TDBGrid::updateGeometries()
+{
+    if (m_arranging)
+        return;
+    if (m_totals.isEmpty()) {
+        QTableView::updateGeometries();
+        return;
+    }
+    m_arranging = true;
+    makeRoomForTotals();
+    m_arranging = false;
+}
+
+/// The table view knows of no line beneath it and takes its place back each time.
+void TDBGrid::makeRoomForTotals()
+{
+    const int line = m_totalsLine->sizeHint().height();
+    const int scrolled = verticalScrollBar()->value();
+    for (int width = -1; width != viewport()->width();) { // once more when the scroll bar came or went
+        width = viewport()->width();
+        QTableView::updateGeometries();
+        QMargins margins = viewportMargins();
+        margins.setBottom(line);
+        setViewportMargins(margins);
+        const int rows = m_model->rowCount();
+        const int seen = rows > 0 ? qMin(rows, viewport()->height() / qMax(1, rowHeight(0))) : 0;
+        verticalScrollBar()->setRange(0, rows - seen);
+        verticalScrollBar()->setPageStep(seen);
+        verticalScrollBar()->setValue(scrolled);
+    }
+    const QRect rows = viewport()->geometry();
+    m_totalsLine->setGeometry(rows.left(), rows.bottom() + 1, rows.width(), line);
+}
+
+void TDBGrid::contextMenuEvent(QContextMenuEvent *event)
+{
+    const bool byKey = event->reason() == QContextMenuEvent::Keyboard;
+    GridActions::showMenu(
+        *this, byKey ? viewport()->mapToGlobal(visualRect(currentIndex()).center()) : event->globalPos());
+}
+
+void TDBGrid::focusOutEvent(QFocusEvent *event)
+{
+    QTableView::focusOutEvent(event);
+    const bool left = event->reason() != Qt::PopupFocusReason && event->reason() != Qt::ActiveWindowFocusReason;
+    if (left && selectionMode() == ExtendedSelection && selectionModel()->selectedRows().size() > 1)
+        selectRow(currentIndex().row());
+}
+
+void TDBGrid::hideEvent(QHideEvent *event)
+{
+    QTableView::hideEvent(event);
+    m_gridColumns->save();
 }
 
 void TDBGrid::currentChanged(const QModelIndex &current, const QModelIndex &previous)
@@ -223,10 +292,13 @@ void TDBGrid::currentChanged(const QModelIndex &current, const QModelIndex &prev
         return;
     }
     QTableView::currentChanged(current, previous);
-    if (m_following || !current.isValid() || !dataSet() || current.row() == dataSet()->row())
+    if (m_following || !current.isValid() || !dataSet())
+        return;
+    const int row = m_model->dataSetRow(current.row());
+    if (row == dataSet()->row())
         return;
     m_following = true;
-    dataSet()->setRow(current.row());
+    dataSet()->setRow(row);
     m_following = false;
 }
 
@@ -243,6 +315,8 @@ bool TDBGrid::tickRow()
 
 void TDBGrid::keyPressEvent(QKeyEvent *event)
 {
+    if (state() != EditingState && GridActions::keyPressed(*this, *event))
+        return;
     if (event->key() == Qt::Key_Space && state() != EditingState && tickRow())
         return;
     const bool enter = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
