@@ -13,10 +13,10 @@
 #include "module/host_services/funcoes.h"
 #include "module/host_services/query.h"
 #include "module/host_services/table.h"
+#include "module/labellist.h"
 #include "module/look.h"
 #include "module/messages.h"
 #include "module/package.h"
-#include "production/labellist.h"
 #include "production/rollregister.h"
 
 using namespace Funcoes;

@@ -19,7 +19,9 @@ void DataSetModel::setDataSet(TDataSet *dataSet)
     if (m_dataSet)
         m_dataSet->disconnect(this);
     m_dataSet = dataSet;
-    findColumns();
+    // Without one the titles remain, and with them the widths that the user gave their columns.
+    if (dataSet)
+        findColumns();
     sortRows();
     endResetModel();
     if (dataSet)

@@ -156,10 +156,13 @@ void TClientDataSet::Post()
         const int viewRow = atEnd ? int(m_view.size()) : m_insertAt;
         plain ? emit rowsAboutToBeInserted(viewRow, viewRow) : emit aboutToReset();
         m_rows.insert(index, m_buffer);
-        rebuildView();
+        if (plain && atEnd)
+            m_view.append(index); // work tables are filled this way
+        else
+            rebuildView();
         setState(State::Browse);
         plain ? emit rowsInserted() : emit wasReset();
-        moveTo(qMax(int(m_view.indexOf(index)), m_view.isEmpty() ? -1 : 0), false);
+        moveTo(plain ? viewRow : qMax(int(m_view.indexOf(index)), m_view.isEmpty() ? -1 : 0), false);
     }
     emit AfterPost();
     emit AfterScroll();

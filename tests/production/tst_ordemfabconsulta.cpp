@@ -438,7 +438,7 @@ void TestOrdemFabConsulta::tooManyLabelsAreRefused()
     OrderStation station;
     station.insertOrder({.rollKg = 1, .totalKg = 10000});
     station.openOrders();
-    expectFailure(station.answers, station.caption, u"A OF daria 10000 etiquetas. Verifique o peso e o KG Rolo."_s);
+    expectFailure(station.answers, station.caption, u"A OF 000012 daria 10000 etiquetas. Verifique o peso e o KG Rolo."_s);
     station.click(u"BtnImprimir"_s);
     QCOMPARE(station.host.recordedReports().size(), 0);
 }

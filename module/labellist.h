@@ -5,7 +5,7 @@
 #include <QString>
 #include <QVector>
 
-/// The roll labels that are printed with an order.
+/// The roll labels, or lines of a roll sheet, that are printed with an order.
 namespace LabelList {
 
 struct Label

@@ -1,6 +1,6 @@
 // SPDX-FileCopyrightText: The qen authors
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "production/labellist.h"
+#include "module/labellist.h"
 
 #include "module/host_services/errors.h"
 
@@ -110,7 +110,7 @@ void TestLabelList::anAbsurdNumberOfLabelsIsRefused()
         numbers(LabelList::mostLabels + 1, 1);
         QFAIL("Nothing was thrown");
     } catch (const EQen &error) {
-        QCOMPARE(error.sentence(), u"A OF daria 10000 etiquetas. Verifique o peso e o KG Rolo."_s);
+        QCOMPARE(error.sentence(), u"A OF 000012 daria 10000 etiquetas. Verifique o peso e o KG Rolo."_s);
     }
     QVERIFY_EXCEPTION_THROWN(numbers(999999999, 0.001), EQen);
 }
