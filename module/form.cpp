@@ -109,7 +109,8 @@ void TForm::run(const std::function<void()> &action)
 
 void TForm::showText(QLineEdit *field, const QString &text)
 {
-    field->setText(text);
+    if (field->text() != text) // laying a text out anew takes longer than reading it
+        field->setText(text);
     field->setCursorPosition(0);
 }
 

@@ -109,7 +109,8 @@ void TCurrencyEdit::showValue()
     m_shown = Format::number(m_value, typing ? editMask(m_editDecimals) : m_displayFormat);
     m_shownValue = m_value;
     delete validator();
-    setText(m_shown);
+    if (text() != m_shown)
+        setText(m_shown);
     if (typing) {
         setValidator(new NumberValidator(m_editDecimals, this));
         selectAll();

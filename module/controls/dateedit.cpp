@@ -108,7 +108,8 @@ void TDateEdit::put(QDate date, const QString &text)
     const bool changed = date != m_date;
     m_date = date;
     m_shown = text;
-    setText(text);
+    if (QLineEdit::text() != text)
+        setText(text);
     if (const bool marked = hasInvalidText(); marked != m_marked) {
         m_marked = marked;
         style()->unpolish(this);

@@ -40,6 +40,7 @@ public:
         return QByteArray::number(value.toDouble(), 'g', 15).toDouble();
     }
 
+    QString firstRows(const QString &, int) const override { return {}; }
     QSqlRecord shapeOf(const QSqlQuery &query) const override { return FirebirdColumns::of(query); }
 
     Category category(const QSqlError &error) const override
@@ -128,6 +129,12 @@ public:
     }
 
     QString adapted(const QString &statement) const override { return SqlText::withoutAliasInSet(statement); }
+
+    QString firstRows(const QString &select, int count) const override
+    {
+        return u"SELECT * FROM ("_s + select + u"\n) AS FIRST_ROWS LIMIT "_s + QString::number(count);
+    }
+
     QVariant exact(const QVariant &value) const override { return value; }
     QSqlRecord shapeOf(const QSqlQuery &query) const override { return query.record(); }
 

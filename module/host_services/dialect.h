@@ -44,6 +44,9 @@ public:
     virtual QStringList databaseStatements() const = 0;
     /// The statement in the form that the engine takes.
     virtual QString adapted(const QString &statement) const = 0;
+    /// The select again for its first rows alone, where the driver would read them all at once; empty where it reads
+    /// as rows are asked for.
+    virtual QString firstRows(const QString &select, int count) const = 0;
     /// A value as it stands in the table, where the driver gives it otherwise.
     virtual QVariant exact(const QVariant &value) const = 0;
     /// Names and types of the columns of a select that has run.

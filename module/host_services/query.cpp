@@ -63,7 +63,10 @@ TTIQuery::TTIQuery(QObject *owner)
 void TTIQuery::Open()
 {
     // What may fail comes first: it then leaves the rows as they were.
-    QSqlQuery opened = m_database->run(SQL.text());
+    const QString statement = SQL.text();
+    const QString probe =
+        m_database->inTransaction() ? QString() : m_database->dialect().firstRows(statement, fetchSize);
+    QSqlQuery opened = m_database->run(probe.isEmpty() ? statement : probe);
     QVector<TField> found = fieldsOf(m_database->dialect().shapeOf(opened));
     const Rows first = read(opened, int(found.size()), fetchSize);
     for (TField &described : found) {
@@ -78,6 +81,7 @@ void TTIQuery::Open()
     setFields(found);
     m_active = true;
     take(std::move(opened), first.size() == fetchSize);
+    m_whole = m_more && !probe.isEmpty() ? statement : QString();
     m_rows = first;
     moveTo(-1, false);
     emit wasReset();
@@ -94,6 +98,7 @@ void TTIQuery::Close()
     m_rows.clear();
     m_active = false;
     m_more = false;
+    m_whole.clear();
     moveTo(-1, false);
     emit wasReset();
 }
@@ -128,8 +133,30 @@ void TTIQuery::take(QSqlQuery query, bool more)
     m_more = more;
 }
 
+/// The whole statement after its first rows. Rows that are others by now are shown anew: none stands there twice.
+void TTIQuery::openWhole()
+{
+    QSqlQuery whole = m_database->run(m_whole);
+    m_whole.clear();
+    const Rows first = read(whole, int(fields().size()), int(m_rows.size()));
+    const bool same = first == m_rows;
+    take(std::move(whole), first.size() == m_rows.size());
+    if (same)
+        return;
+    const int current = row();
+    emit aboutToReset();
+    m_rows = first;
+    moveTo(-1, false);
+    emit wasReset();
+    moveTo(qMin(current, int(m_rows.size()) - 1));
+}
+
 void TTIQuery::fetch(int atMost)
 {
+    if (!m_whole.isEmpty())
+        openWhole();
+    if (!m_more)
+        return;
     const Rows fetched = read(m_query, int(fields().size()), atMost);
     if (fetched.size() < atMost)
         take(QSqlQuery(), false);

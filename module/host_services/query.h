@@ -27,7 +27,8 @@ private:
 
 /// A statement and, for a select, its rows; they are fetched as they are asked for.
 ///
-/// Rows that were opened within a save are fetched whole, because its commit ends their cursor.
+/// Rows that were opened within a save are fetched whole, because its commit ends their cursor. Rows that are fetched
+/// later are those of the opening, or, where the driver cannot keep them, all rows are those of now.
 class TTIQuery : public TDataSet
 {
     Q_OBJECT
@@ -62,10 +63,12 @@ private:
     Rows read(QSqlQuery &query, int columns, int atMost) const;
     void take(QSqlQuery query, bool more);
     void fetch(int atMost);
+    void openWhole();
 
     TTIDatabase *m_database;
     QSqlQuery m_query;
     Rows m_rows;
     bool m_active = false;
     bool m_more = false;
+    QString m_whole; ///< the statement when it was asked for its first rows alone
 };

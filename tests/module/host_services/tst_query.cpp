@@ -29,6 +29,8 @@ private slots:
     void fetchAllFetchesWhatIsLeft();
     void rowsOpenedInASaveAreFetchedWhole();
     void rowsOpenedBeforeASaveGoOnAfterIt();
+    void noRowIsShownTwiceWhenOthersComeMeanwhile();
+    void anotherStatementBeforeTheNextRowsChangesNothing();
     void aFullPageIsNotTheEnd();
     void fieldsHaveTheirNamesInUpperCaseAndAreFoundInAny();
     void columnsHaveTheirTypes();
@@ -165,7 +167,36 @@ void TestQuery::rowsOpenedBeforeASaveGoOnAfterIt()
     m_database->run(u"DELETE FROM OF_MALHA_BAIXAS_001"_s);
     save.CommitRetaining();
     m_query->Last();
+    // The cursor of the one keeps the rows of the opening, the other driver reads those that are left: none.
+    const bool keeps = m_database->settings().engine != Engine::PostgreSQL;
+    QCOMPARE(m_query->rowCount(), keeps ? TTIQuery::fetchSize + 7 : 0);
+    QCOMPARE(m_query->Eof(), true);
+}
+
+void TestQuery::noRowIsShownTwiceWhenOthersComeMeanwhile()
+{
+    insertRolls(TTIQuery::fetchSize + 7);
+    open(u"SELECT NUM_BAIXA, NUM_OF FROM OF_MALHA_BAIXAS_001 ORDER BY NUM_OF, NUM_BAIXA"_s);
+    m_query->setRow(3);
+    m_database->run(u"INSERT INTO OF_MALHA_BAIXAS_001 (NUM_OF, NUM_BAIXA) VALUES ('000000', '001')"_s);
+    m_query->FetchAll();
+    QSet<QString> seen;
+    for (int row = 0; row < m_query->rowCount(); ++row)
+        seen.insert(m_query->cell(row, 1).toString() + m_query->cell(row, 0).toString());
+    QCOMPARE(int(seen.size()), m_query->rowCount());
+    QVERIFY(m_query->rowCount() >= TTIQuery::fetchSize + 7);
+    QCOMPARE(m_query->row(), 3);
+}
+
+void TestQuery::anotherStatementBeforeTheNextRowsChangesNothing()
+{
+    insertRolls(TTIQuery::fetchSize + 7);
+    open(u"SELECT NUM_BAIXA FROM OF_MALHA_BAIXAS_001 ORDER BY NUM_BAIXA"_s);
+    m_query->SQL.clear();
+    m_query->SQL.add(u"SELECT NUM_OF FROM OF_MALHA_BAIXAS_001"_s);
+    m_query->Last();
     QCOMPARE(m_query->rowCount(), TTIQuery::fetchSize + 7);
+    QCOMPARE(m_query->AsString(u"NUM_BAIXA"_s), u"%1"_s.arg(TTIQuery::fetchSize + 7));
 }
 
 void TestQuery::aFullPageIsNotTheEnd()
