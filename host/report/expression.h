@@ -32,21 +32,26 @@ struct ExpressionError
 /// An expression of a layout: parsed once, evaluated per row.
 ///
 /// Numbers (1234.5), texts ('a' with '' for a quote), fields, parameters, + - * / & (joins texts), = <> < <= > >=,
-/// AND OR NOT, parentheses, and functions: IF(c;a;b), ROUND(x;n), TRIM, UPPER, LEFT(t;n), PAD(t;n;c), FORMAT(v;mask),
-/// EMPTY(v), and the aggregates SUM(x), COUNT(), AVG(x), MIN(x), MAX(x). Arguments are separated by semicolons.
-/// Null counts as 0 in sums and as an empty text in joins; a division by 0 gives null.
+/// AND OR NOT, parentheses, the functions of expressionfunctions.cpp, IF(c;a;b), and the aggregates SUM(x), COUNT(),
+/// AVG(x), MIN(x), MAX(x). Arguments are separated by semicolons. Null counts as 0 in sums and as an empty text in
+/// joins; a division by 0 gives null.
 class Expression
 {
 public:
+    /// Is null wherever it is asked.
+    Expression() = default;
+
     struct Aggregate
     {
         enum class Kind { Sum, Count, Average, Minimum, Maximum };
         Kind kind;
-        std::shared_ptr<const Expression> of; ///< null for COUNT()
+        std::shared_ptr<const Expression> of; ///< null for COUNT(), which counts rows; COUNT(x) those with a value
     };
 
     /// Throws ExpressionError.
     static Expression parse(const QString &text);
+    /// The same; its value is always true or false. Null, 0 and an empty text are false.
+    static Expression parseCondition(const QString &text);
 
     QVariant evaluate(const ExpressionScope &scope) const;
     /// In the order of their numbers; empty for most.
@@ -63,12 +68,13 @@ public:
 private:
     struct Node;
     friend class ExpressionParser;
+    explicit Expression(std::shared_ptr<const Node> root);
     std::shared_ptr<const Node> m_root;
     QVector<Aggregate> m_aggregates;
     int m_firstAggregate = 0;
 };
 
-/// A text with expressions in braces: "OF {NUM_OF}: {SUM(QTDE):,0.00} kg". "{{" stands for a brace. After the last
+/// A text with expressions in braces: "OF {NUM_OF}: {SUM(QTDE):,0.00} kg". "{{" stands for a brace. After the first
 /// colon outside of quotes stands a mask of Format::number, or dd/mm/yyyy, hh:mm and the like for dates and times.
 class TextTemplate
 {

@@ -81,6 +81,7 @@ struct Group
         false; ///< begins a page when it does not fit on what is left of this one, but would on a whole one
     std::optional<Band> header;
     std::optional<Band> footer;
+    int line = 0; ///< in the file
 };
 
 /// The rows of a data set with all that is printed for them.
