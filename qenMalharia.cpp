@@ -5,6 +5,8 @@
 #include "invoicing/nfterceiros.h"
 #include "module/package.h"
 #include "production/acertomalha.h"
+#include "production/baixaof.h"
+#include "production/ordembaixa.h"
 #include "production/ordembaixabarra.h"
 #include "production/ordemfab.h"
 #include "registries/caddefmalha.h"
@@ -14,7 +16,7 @@ namespace {
 Package &package()
 {
     static Package units({&Nfterceiros::unit(), &Ordemfab::unit(), &Acertomalha::unit(), &Ordembaixabarra::unit(),
-        &Caddefmalha::unit()});
+        &Caddefmalha::unit(), &Ordembaixa::unit(), &Baixaof::unit()});
     return units;
 }
 

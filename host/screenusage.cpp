@@ -57,6 +57,37 @@ void useWriteOff(ScreenDriver &station)
     station.enter(u"EdtCodOper"_s, worker());
 }
 
+void useDesk(ScreenDriver &desk)
+{
+    desk.enter(u"edtOF"_s, orderInProduction());
+}
+
+void useDeskRoll(ScreenDriver &roll)
+{
+    roll.enter(u"edtKGTotal"_s, u"19,84"_s);
+    roll.key(Qt::Key_Return);
+    roll.type(u"EdtCodFun"_s, worker());
+}
+
+/// A new price for the first instalment, and for those that follow.
+void usePrices(ScreenDriver &prices)
+{
+    prices.press(u"BtnAltera"_s);
+    prices.enter(u"EdtParcela01"_s, u"4,85"_s);
+    prices.type(u"EdtParcela02"_s, u"4,92"_s);
+    prices.key(Qt::Key_F6);
+}
+
+/// An invoice of fabric and yarn that was not billed yet.
+void useBilling(ScreenDriver &billing)
+{
+    billing.enter(u"EdtNota"_s, value(uR"(
+        SELECT MAX(I.FATURA) FROM {NOTAITEN} I INNER JOIN {MATERIAL} M ON (M.CODIGO = I.CODIGO)
+        WHERE M.GRUPO IN ('150', '15') AND I.TIPO = 'N'
+          AND (SELECT COUNT(*) FROM {NOTAITEN} N WHERE N.FATURA = I.FATURA) > 3)"_s));
+    billing.type(u"EdtFat"_s, u"S"_s);
+}
+
 void useDefects(ScreenDriver &defects)
 {
     defects.type(u"EdtCodRev"_s, worker());
@@ -78,23 +109,45 @@ void useInboundInvoice(ScreenDriver &invoice)
     invoice.enter(u"EdtUnitario"_s, u"24,35"_s);
 }
 
+void handOverRoll(QWidget &defects)
+{
+    const QString of = value(u"SELECT MAX(NUMERO) FROM {DEF_MOV} WHERE QUANT > 1"_s);
+    defects.setProperty("NumeroOF", of);
+    defects.setProperty(
+        "Rolo", value(u"SELECT MAX(ROLO) FROM {DEF_MOV} WHERE QUANT > 1 AND NUMERO = "_s + Aspas(of)).toInt());
+}
+
+void handOverOrder(QWidget &roll)
+{
+    const QString of = orderInProduction();
+    const auto ofOrder = [&](const QString &column) {
+        return Busca_Valor(u"OF_MALHA"_s, u"NUM_OF"_s, column, Aspas(of));
+    };
+    const QString rolls = u" FROM {OF_MALHA_BAIXAS} WHERE NUM_OF = "_s + Aspas(of);
+    roll.setProperty("NumeroOF", of);
+    roll.setProperty("Saldo", ofOrder(u"KG_TOTAL"_s).toDouble() - value(u"SELECT SUM(QTDE)"_s + rolls).toDouble());
+    roll.setProperty("ProximaBaixa", QString::number(value(u"SELECT MAX(NUM_BAIXA)"_s + rolls).toInt() + 1));
+    roll.setProperty("Cliente", ofOrder(u"CLIENTE"_s));
+    roll.setProperty("Material", ofOrder(u"MATERIAL"_s));
+    roll.setProperty("Maquina", ofOrder(u"MAQUINA"_s));
+}
+
 } // namespace
 
 void handOver(QWidget &screen)
 {
-    if (screen.metaObject()->indexOfProperty("NumeroOF") < 0)
-        return;
-    const QString of = value(u"SELECT MAX(NUMERO) FROM {DEF_MOV} WHERE QUANT > 1"_s);
-    screen.setProperty("NumeroOF", of);
-    screen.setProperty(
-        "Rolo", value(u"SELECT MAX(ROLO) FROM {DEF_MOV} WHERE QUANT > 1 AND NUMERO = "_s + Aspas(of)).toInt());
+    const QByteArray name = screen.metaObject()->className();
+    if (name == "TfmCadDefMalha")
+        handOverRoll(screen);
+    else if (name == "TfmBaixaOF")
+        handOverOrder(screen);
 }
 
 bool bringIntoUse(QWidget &screen)
 {
     static const QHash<QString, void (*)(ScreenDriver &)> uses{{u"TfmNFTerceiros"_s, useInboundInvoice},
         {u"TfmMalhaOF"_s, useOrder}, {u"TfmAcertoMalharia"_s, useBalance}, {u"TfmMalhaOFBaixaBarra"_s, useWriteOff},
-        {u"TfmCadDefMalha"_s, useDefects}};
+        {u"TfmCadDefMalha"_s, useDefects}, {u"TfmMalhaOFBaixa"_s, useDesk}, {u"TfmBaixaOF"_s, useDeskRoll}};
     const auto use = uses.constFind(QString::fromLatin1(screen.metaObject()->className()));
     if (use == uses.constEnd())
         return false;

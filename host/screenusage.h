@@ -4,7 +4,8 @@
 
 class QWidget;
 
-/// Hands over to a screen that another one opens what that one would: the last roll of an order in production.
+/// Hands over to a screen that another one opens what that one would: a roll that was inspected, or the next roll of an
+/// order in production.
 void handOver(QWidget &screen);
 
 /// Brings a screen that was just opened into the state in which people see it all day, for its picture. Nothing is

@@ -13,7 +13,9 @@
 #include "module/look.h"
 #include "module/messages.h"
 #include "module/package.h"
+#include "production/rolllabel.h"
 #include "production/rollregister.h"
+#include "production/weighing.h"
 #include "production/writeoffrules.h"
 
 #include <QKeyEvent>
@@ -31,7 +33,7 @@ Unit &Ordembaixabarra::unit()
 
 namespace {
 
-constexpr int scaleCharacters = 30;
+constexpr ScaleReader::Reading scaleReading{.maxCharacters = 30, .terminator = '\r'};
 
 /// The order with its client, fabric and machine; `columns` are added to those of the header.
 QString orderStatement(const QString &columns, const QString &of)
@@ -66,6 +68,7 @@ void TfmMalhaOFBaixaBarra::FormCreate()
     m_ui->setupUi(this);
     Look::addIcons(this);
     setEnterAsTab(true);
+    m_weighing = std::make_unique<Weighing>(this, m_ui->EdtPesoRolo, m_ui->lbBalanca);
     qryBaixas->setObjectName(u"qryBaixas"_s);
     qryBaixas->Describe({TField(u"QTDE"_s, TField::Type::Float).shownAs(u",0.000"_s)});
     m_ui->DBGrid->setDataSet(qryBaixas);
@@ -92,9 +95,10 @@ void TfmMalhaOFBaixaBarra::edtOFExit()
     }
     const bool found = BuscaOFMalha();
     BuscaBaixasMalha();
-    BuscaPeso();
-    if (!found)
-        showHint(u"OF não encontrada."_s, true);
+    const QPointer<TfmMalhaOFBaixaBarra> alive(this);
+    m_weighing->read(scaleReading);
+    if (alive && !found)
+        m_weighing->showHint(u"OF não encontrada."_s, true);
 }
 
 bool TfmMalhaOFBaixaBarra::BuscaOFMalha()
@@ -138,30 +142,6 @@ void TfmMalhaOFBaixaBarra::BuscaBaixasMalha()
         Aspas(orderNumber()) + u" ORDER BY OFMALHAB.NUM_BAIXA"_s));
     qryBaixas->Open();
     qryBaixas->Last(); // the roll just made is the one that gets defects, or is taken back
-}
-
-void TfmMalhaOFBaixaBarra::BuscaPeso()
-{
-    showHint(u"Lendo a balança…"_s, false);
-    const QPointer<TfmMalhaOFBaixaBarra> alive(this);
-    const ScaleReader::Weight weight = m_scale.read(scaleCharacters, '\r');
-    if (!alive || weight.refused)
-        return;
-    m_ui->EdtPesoRolo->setValue(weight.kg);
-    showHint(weight.hint.isEmpty() ? u"Peso lido da balança."_s : weight.hint, !weight.hint.isEmpty());
-    if (weight.portFailed && !m_portFailureShown) {
-        m_portFailureShown = true; // afterwards the hint beside the weight says it
-        Messages::inform(this, weight.hint + u"\nO peso pode ser digitado."_s);
-    }
-}
-
-void TfmMalhaOFBaixaBarra::showHint(const QString &text, bool warning)
-{
-    m_ui->lbBalanca->setText(text);
-    if (m_ui->lbBalanca->property("warning") == QVariant(warning))
-        return;
-    m_ui->lbBalanca->setProperty("warning", warning);
-    m_ui->lbBalanca->style()->polish(m_ui->lbBalanca);
 }
 
 void TfmMalhaOFBaixaBarra::edtMaterialChange()
@@ -249,7 +229,7 @@ void TfmMalhaOFBaixaBarra::LimpaTela()
     m_ui->EdtPesoRolo->setValue(0);
     m_ui->EdtCodOper->clear();
     m_ui->DtBaixa->setDate(Clock::today());
-    showHint({}, false);
+    m_weighing->showHint({});
 }
 
 void TfmMalhaOFBaixaBarra::clearOrder()
@@ -264,27 +244,9 @@ void TfmMalhaOFBaixaBarra::clearOrder()
 
 void TfmMalhaOFBaixaBarra::BtExcluirClick()
 {
-    if (Acessa(className(), u'E', u"0"_s, {}))
-        Estorna_baixa();
-}
-
-void TfmMalhaOFBaixaBarra::Estorna_baixa()
-{
-    if (qryBaixas->IsEmpty() || !Messages::askDelete(this))
+    if (!Acessa(className(), u'E', u"0"_s, {}) || qryBaixas->IsEmpty() || !Messages::askDelete(this))
         return;
-    Roll roll;
-    roll.of = qryBaixas->AsString(u"NUM_OF"_s);
-    roll.number = qryBaixas->AsString(u"NUM_BAIXA"_s);
-    roll.kg = qryBaixas->AsFloat(u"QTDE"_s);
-    Save save(database());
-    RollRegister rolls(database());
-    rolls.lock(roll.of);
-    rolls.remove(roll);
-    save.CommitRetaining();
-    GeraLog(u"BAIXA OF BARRA"_s,
-        u"EXCLUSAO DA BAIXA OF MALHARIA NR.: "_s + roll.of + u" QTDE.: "_s + WriteOffRules::logged(roll.kg)
-            + u" NUM.BAIXA: "_s + roll.number,
-        olExclusao, roll.of);
+    RollRegister(database()).Estorna_baixa(Roll::in(*qryBaixas), u"BAIXA OF BARRA"_s);
     reloadOrder();
 }
 
@@ -340,32 +302,14 @@ void TfmMalhaOFBaixaBarra::printLabel(const QString &of, double kg)
     TTIQuery header;
     header.SQL.add(orderStatement(PermanecePonto(kg) + u" AS PESO_BALANCA"_s, of));
     header.Open();
-    const QString fabric = Aspas(header.AsString(u"MATERIAL"_s));
-    TTIQuery composition;
-    composition.SQL.add(DBLocal_SQL(uR"(
-        SELECT COMP.MATERIAL, COMP.CODIGO, MATERIAL.DESCRICAO
-        FROM {COMP_MATERIAL} COMP
-        LEFT JOIN {MATERIAL} MATERIAL ON (COMP.CODIGO = MATERIAL.CODIGO)
-        WHERE COMP.MATERIAL = )"_s,
-        fabric));
-    composition.Open();
-    TTIQuery lots;
-    lots.SQL.add(DBLocal_SQL(uR"(
-        SELECT BAIXA.CODIGO, BAIXA.DOCTO, BAIXA.LOTE, MATERIAL.DESCRICAO
-        FROM {COMP_MATERIAL} COMP
-        INNER JOIN {BAIXA_FIO} BAIXA ON (COMP.CODIGO = BAIXA.CODIGO AND COMP.MATERIAL = )"_s,
-                     fabric)
-        + DBLocal_SQL(uR"()
-        LEFT JOIN {MATERIAL} MATERIAL ON (BAIXA.CODIGO = MATERIAL.CODIGO)
-        WHERE BAIXA.NUMERO = )"_s,
-            Aspas(of)));
-    lots.Open();
+    RollLabelYarn yarn(of, header.AsString(u"MATERIAL"_s));
     const bool graphic = m_ui->RgGrafico->isChecked();
     ReportCall call;
     call.name = graphic ? u"WEtqBarra"_s : u"TEtqBarra"_s;
     call.kind = graphic ? ReportCall::Kind::Graphic : ReportCall::Kind::Text;
     call.form = this;
-    call.dataSets = {{u"QryOF"_s, &header}, {u"QryComposicao"_s, &composition}, {u"QryLotes"_s, &lots}};
+    call.dataSets = {{u"QryOF"_s, &header}};
+    yarn.addTo(call);
     call.preview = false; // a label is printed at once
     Chama_Relatorio(call);
 }
@@ -379,7 +323,6 @@ bool TfmMalhaOFBaixaBarra::FormKeyDown(QKeyEvent *event)
 {
     if (event->key() != Qt::Key_F10 || event->modifiers() != Qt::NoModifier)
         return TForm::FormKeyDown(event);
-    m_scale.setUp(this);
-    m_portFailureShown = false;
+    m_weighing->setUp();
     return true;
 }

@@ -3,7 +3,6 @@
 #pragma once
 
 #include "module/form.h"
-#include "production/scalereader.h"
 
 #include <memory>
 
@@ -12,6 +11,7 @@ class fmMalhaOFBaixaBarra;
 }
 class TTIQuery;
 class Unit;
+class Weighing;
 struct Roll;
 
 /// The shop-floor station: an order is scanned, its roll weighed and written off.
@@ -41,20 +41,16 @@ private:
     QString orderNumber() const;
     bool BuscaOFMalha();
     void BuscaBaixasMalha();
-    void BuscaPeso();
     void BaixaOFMalha(Roll &roll);
-    void Estorna_baixa();
     void LimpaTela();
     void clearOrder();
     void reloadOrder();
-    void showHint(const QString &text, bool warning);
     void printLabel(const QString &of, double kg);
 
     std::unique_ptr<Ui::fmMalhaOFBaixaBarra> m_ui;
     TTIQuery *m_order;
     TTIQuery *qryBaixas;
-    ScaleReader m_scale;
-    bool m_portFailureShown = false;
+    std::unique_ptr<Weighing> m_weighing;
 };
 
 extern QPointer<TfmMalhaOFBaixaBarra> fmMalhaOFBaixaBarra;

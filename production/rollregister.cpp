@@ -4,12 +4,22 @@
 #include "production/rollregister.h"
 
 #include "module/host_services/database.h"
+#include "module/host_services/dataset.h"
 #include "module/host_services/format.h"
 #include "module/host_services/funcoes.h"
 #include "production/writeoffrules.h"
 
 using namespace Funcoes;
 using namespace Qt::StringLiterals;
+
+Roll Roll::in(const TDataSet &writeOffs)
+{
+    Roll roll;
+    roll.of = writeOffs.AsString(u"NUM_OF"_s);
+    roll.number = writeOffs.AsString(u"NUM_BAIXA"_s);
+    roll.kg = writeOffs.AsFloat(u"QTDE"_s);
+    return roll;
+}
 
 double OrderBalance::open() const
 {
@@ -49,6 +59,13 @@ QString RollRegister::Proxima_baixa(const QString &of)
             .toString());
 }
 
+QString RollRegister::numberFor(const QString &of, const QString &handedOver)
+{
+    const QString number = WriteOffRules::padded(handedOver);
+    const bool given = Existe(u"OF_MALHA_BAIXAS"_s, u"NUM_OF,NUM_BAIXA"_s, Aspas(of) + u',' + Aspas(number));
+    return handedOver.isEmpty() || given ? Proxima_baixa(of) : number;
+}
+
 void RollRegister::insert(const Roll &roll)
 {
     QStringList columns{u"NUM_BAIXA"_s, u"NUM_OF"_s, u"DATA"_s, u"TURNO"_s, u"FUNCIONARIO"_s, u"QTDE"_s};
@@ -77,6 +94,24 @@ void RollRegister::closeAtProduced(const QString &of)
     const OrderBalance now = balance(of);
     m_database.run(u"UPDATE "_s + DBLocal(u"OF_MALHA"_s) + u" SET KG_TOTAL = KG_TOTAL + "_s
         + PermanecePonto(-now.open()) + u" WHERE NUM_OF = "_s + Aspas(of));
+}
+
+void RollRegister::planFor(const QString &of, double kg)
+{
+    m_database.run(u"UPDATE "_s + DBLocal(u"OF_MALHA"_s) + u" SET KG_TOTAL = "_s
+        + PermanecePonto(Format::rounded(balance(of).produced + kg, 3)) + u" WHERE NUM_OF = "_s + Aspas(of));
+}
+
+void RollRegister::Estorna_baixa(const Roll &roll, const QString &logLabel)
+{
+    Save save(m_database);
+    lock(roll.of);
+    remove(roll);
+    save.CommitRetaining();
+    GeraLog(logLabel,
+        u"EXCLUSAO DA BAIXA OF MALHARIA NR.: "_s + roll.of + u" QTDE.: "_s + WriteOffRules::logged(roll.kg)
+            + u" NUM.BAIXA: "_s + roll.number,
+        olExclusao, roll.of);
 }
 
 void RollRegister::addToStock(const QString &of, double kg)

@@ -6,6 +6,7 @@
 #include <QString>
 #include <QTime>
 
+class TDataSet;
 class TTIDatabase;
 
 /// A roll as it stands in the register of write-offs.
@@ -18,6 +19,9 @@ struct Roll
     QString shift;
     QString worker;
     double kg = 0;
+
+    /// Order, number and weight of the current row of a list of write-offs.
+    static Roll in(const TDataSet &writeOffs);
 };
 
 /// The planned and produced kilograms of an order.
@@ -32,7 +36,7 @@ struct OrderBalance
 /// Writes rolls off against their order and takes them back, for every screen that does so: the register itself and
 /// the finished-fabric stock, while the mill keeps one (parameter "MAL" 10).
 ///
-/// What changes something is to be called within a Save, which starts with lock().
+/// What changes something is to be called within a Save, which starts with lock(), unless it says otherwise.
 class RollRegister
 {
 public:
@@ -44,11 +48,18 @@ public:
     OrderBalance balance(const QString &of);
     /// The number that the order's next roll gets.
     QString Proxima_baixa(const QString &of);
+    /// A number that was handed over in advance; the order's next one when a roll got it meanwhile, or none was.
+    QString numberFor(const QString &of, const QString &handedOver);
     void insert(const Roll &roll);
     /// Throws EDatabaseError (Conflict) when another station has taken the roll back already.
     void remove(const Roll &roll);
     /// The plan becomes what was produced.
     void closeAtProduced(const QString &of);
+    /// The plan becomes what was produced and so much more (kg), which is about to be.
+    void planFor(const QString &of, double kg);
+
+    /// Takes a roll back in a save of its own, and logs it under the screen's label. Throws as remove() does.
+    void Estorna_baixa(const Roll &roll, const QString &logLabel);
 
 private:
     void addToStock(const QString &of, double kg);

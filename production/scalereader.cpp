@@ -10,7 +10,7 @@
 
 using namespace Qt::StringLiterals;
 
-ScaleReader::Weight ScaleReader::read(int maxCharacters, char terminator)
+ScaleReader::Weight ScaleReader::read(const Reading &reading)
 {
     if (TCustomComPort::Waiting())
         return {0, {}, false, true};
@@ -21,16 +21,17 @@ ScaleReader::Weight ScaleReader::read(int maxCharacters, char terminator)
         m_port.Open();
         if (!m_port.WaitForReading())
             return {0, {}, false, true};
-        text = m_port.ReadStr(maxCharacters);
+        for (int time = 0; time < reading.times; ++time)
+            text = m_port.ReadStr(reading.maxCharacters);
     } catch (const EComPort &error) {
         m_port.Close();
         return {0, error.sentence(), true, false};
     }
     m_port.Close();
     Weight weight;
-    weight.kg = Funcoes::PegaPesoBalanca(text, QChar::fromLatin1(terminator));
+    weight.kg = Funcoes::PegaPesoBalanca(text, QChar::fromLatin1(reading.terminator));
     if (weight.kg <= 0)
-        weight.hint = readScaleText(text.toLatin1(), terminator).reason;
+        weight.hint = readScaleText(text.toLatin1(), reading.terminator).reason;
     return weight;
 }
 

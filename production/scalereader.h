@@ -12,6 +12,14 @@ class QWidget;
 class ScaleReader
 {
 public:
+    /// How a screen reads its scale.
+    struct Reading
+    {
+        int maxCharacters;
+        char terminator; ///< ends one frame
+        int times = 1; ///< the last one counts
+    };
+
     struct Weight
     {
         double kg = 0;
@@ -20,8 +28,8 @@ public:
         bool refused = false; ///< another reading was under way; nothing was read
     };
 
-    /// Waits as long as the port's settings say and reads up to so many characters, one frame ended by the terminator.
-    Weight read(int maxCharacters, char terminator);
+    /// Waits as long as the port's settings say, then reads.
+    Weight read(const Reading &reading);
     /// Shows the set-up dialog and stores its settings; every screen of the station uses them.
     void setUp(QWidget *parent);
 

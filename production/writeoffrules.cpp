@@ -11,7 +11,12 @@ namespace WriteOffRules {
 
 QString nextNumber(const QString &highest)
 {
-    return QString::number(highest.trimmed().toLongLong() + 1).rightJustified(3, u'0');
+    return padded(QString::number(highest.trimmed().toLongLong() + 1));
+}
+
+QString padded(const QString &number)
+{
+    return number.trimmed().rightJustified(3, u'0');
 }
 
 QDate dayOf(const QDate &given, bool nightShift, const QTime &now)
@@ -24,6 +29,11 @@ QDate dayOf(const QDate &given, bool nightShift, const QTime &now)
 bool exceeds(double roll, double balance)
 {
     return Format::rounded(roll, 3) > Format::rounded(balance, 3);
+}
+
+bool isOverProduction(double roll, double balance)
+{
+    return exceeds(roll, balance + overProductionTolerance);
 }
 
 QString logged(double kg)

@@ -17,6 +17,8 @@ private slots:
     void onlyANightShiftMovesToTheNextDayAndOnlyAfterNoon_data();
     void onlyANightShiftMovesToTheNextDayAndOnlyAfterNoon();
     void weightsAreComparedToTheGram();
+    void theDeskToleratesOneHundredth();
+    void aNumberHandedOverIsPadded();
     void theLogShowsAWeightWithACommaAndNoIdleZeros();
 };
 
@@ -67,6 +69,25 @@ void tst_writeoffrules::weightsAreComparedToTheGram()
     QVERIFY(WriteOffRules::exceeds(20.001, 20));
     QVERIFY(WriteOffRules::exceeds(20.01, 20));
     QVERIFY(!WriteOffRules::exceeds(19.999, 20));
+}
+
+void tst_writeoffrules::theDeskToleratesOneHundredth()
+{
+    QVERIFY(!WriteOffRules::isOverProduction(20, 20));
+    QVERIFY(!WriteOffRules::isOverProduction(20.01, 20));
+    QVERIFY(WriteOffRules::isOverProduction(20.011, 20));
+    QVERIFY(WriteOffRules::isOverProduction(20.02, 20));
+    QVERIFY(!WriteOffRules::isOverProduction(0.31, 0.1 + 0.2)); // the same weight, however it was added up
+    QVERIFY(WriteOffRules::isOverProduction(0.32, 0.1 + 0.2));
+    QVERIFY(!WriteOffRules::isOverProduction(0.01, 0));
+    QVERIFY(WriteOffRules::isOverProduction(0.01, -0.001));
+}
+
+void tst_writeoffrules::aNumberHandedOverIsPadded()
+{
+    QCOMPARE(WriteOffRules::padded(u"7"_s), u"007"_s);
+    QCOMPARE(WriteOffRules::padded(u" 012 "_s), u"012"_s);
+    QCOMPARE(WriteOffRules::padded(u"1000"_s), u"1000"_s);
 }
 
 void tst_writeoffrules::theLogShowsAWeightWithACommaAndNoIdleZeros()

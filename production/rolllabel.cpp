@@ -1,0 +1,36 @@
+// SPDX-FileCopyrightText: The qen authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#include "production/rolllabel.h"
+
+#include "module/host_services/funcoes.h"
+
+using namespace Funcoes;
+using namespace Qt::StringLiterals;
+
+RollLabelYarn::RollLabelYarn(const QString &of, const QString &fabric)
+{
+    m_composition.SQL.add(DBLocal_SQL(uR"(
+        SELECT COMP.MATERIAL, COMP.CODIGO, MATERIAL.DESCRICAO
+        FROM {COMP_MATERIAL} COMP
+        LEFT JOIN {MATERIAL} MATERIAL ON (COMP.CODIGO = MATERIAL.CODIGO)
+        WHERE COMP.MATERIAL = )"_s,
+        Aspas(fabric)));
+    m_composition.Open();
+    m_lots.SQL.add(DBLocal_SQL(uR"(
+        SELECT BAIXA.CODIGO, BAIXA.DOCTO, BAIXA.LOTE, MATERIAL.DESCRICAO
+        FROM {COMP_MATERIAL} COMP
+        INNER JOIN {BAIXA_FIO} BAIXA ON (COMP.CODIGO = BAIXA.CODIGO AND COMP.MATERIAL = )"_s,
+                       Aspas(fabric))
+        + DBLocal_SQL(uR"()
+        LEFT JOIN {MATERIAL} MATERIAL ON (BAIXA.CODIGO = MATERIAL.CODIGO)
+        WHERE BAIXA.NUMERO = )"_s,
+            Aspas(of)));
+    m_lots.Open();
+}
+
+void RollLabelYarn::addTo(ReportCall &call)
+{
+    call.dataSets.append({u"QryComposicao"_s, &m_composition});
+    call.dataSets.append({u"QryLotes"_s, &m_lots});
+}
