@@ -3,7 +3,6 @@
 #pragma once
 
 #include <QColor>
-#include <QFont>
 #include <QImage>
 #include <QPageLayout>
 #include <QRectF>
@@ -30,7 +29,12 @@ struct PageItem
     QColor background;
     double thickness = 0.2;
     QImage image;
+    int imageNumber = -1; ///< in the store that keeps the image apart; -1: none
     QVector<QRectF> bars; ///< of a barcode, within the page
+
+    /// The text as people read it.
+    QString shownText(int pageCount) const;
+    void translate(QPointF by);
 };
 
 struct Page
@@ -38,6 +42,10 @@ struct Page
     QVector<PageItem> items;
 };
 
+/// The place of the number of pages within texts, which is known when the last page is laid out.
+inline constexpr QChar pageCountMark{0xE000};
+
+/// Images are not written, only their numbers: the store keeps each once.
 QDataStream &operator<<(QDataStream &stream, const Page &page);
 QDataStream &operator>>(QDataStream &stream, Page &page);
 
@@ -45,5 +53,7 @@ namespace PagePainter {
 
 /// Paints onto the device of the painter, whose resolution is taken from it; the origin is the corner of the paper.
 void paint(QPainter &painter, const Page &page, int pageCount);
+/// The page on white paper of that size in millimetres, for previews. Dots per inch.
+QImage image(const Page &page, QSizeF paper, int pageCount, double resolution);
 
 } // namespace PagePainter

@@ -4,11 +4,14 @@
 
 #include "host/report/page.h"
 
+#include <QCache>
+#include <QHash>
 #include <QTemporaryFile>
 
 #include <vector>
 
-/// The pages of a report, kept in a temporary file: memory holds one page, however long the report is.
+/// The pages of a report, kept in a temporary file: memory holds one page, however long the report is. A picture that
+/// stands on many pages is kept once.
 class PageStore
 {
 public:
@@ -21,7 +24,15 @@ public:
     Page page(int number) const; ///< from 0
 
 private:
+    template <typename Content> qint64 write(const Content &content);
+    template <typename Content> Content read(qint64 offset) const;
+    int numberOf(const QImage &image);
+    QImage image(int number) const;
+
     QSizeF m_paper;
     mutable QTemporaryFile m_file;
     std::vector<qint64> m_offsets;
+    std::vector<qint64> m_imageOffsets;
+    QHash<qint64, int> m_imageNumbers; // by the images' keys
+    mutable QCache<int, QImage> m_images; // costs are kilobytes
 };

@@ -5,7 +5,9 @@
 #include "host/report/walker.h"
 
 #include <QByteArray>
-#include <QHash>
+#include <QStringList>
+
+#include <memory>
 
 /// What a printer of characters understands, set in the settings by printer; the defaults are ESC/P.
 struct PrinterCodes
@@ -15,27 +17,29 @@ struct PrinterCodes
 };
 
 /// Lays a text report out, and gives what is sent to the printer, byte by byte.
-class TextReport : private BandSink
+///
+/// Gives the walker its functions PAGE() and PAGES(). What comes from the data cannot command the printer: control
+/// characters become blanks, in raw layouts ^ and ~ as well; commands stand in the layout, outside of braces.
+class TextReport
 {
 public:
+    /// How many characters a condensed line holds where a plain one holds ten.
+    static constexpr int condensedPerTen = 17;
+
+    /// Both must outlive it.
     TextReport(const Layout::Document &layout, Walker &walker);
-    ~TextReport() override;
+    ~TextReport();
+    Q_DISABLE_COPY_MOVE(TextReport)
 
     /// A step: false when the report has ended.
     bool step();
     /// The pages as people read them, without codes: for the preview.
     QStringList pages() const;
-    /// What goes to the printer. Characters that its encoding lacks become their plain letter, else "?".
+    /// What goes to the printer. Characters that its encoding lacks become their plain letter, else "?". Throws EQen
+    /// when the layout names an unknown encoding.
     QByteArray bytes(const PrinterCodes &codes) const;
 
 private:
-    void print(const Layout::Band &band, const ExpressionScope &scope) override;
-    void beginBlock(bool keepTogether) override;
-    void endBlock() override;
-    void pushRepeated(const Layout::Band &header) override;
-    void popRepeated() override;
-    void newPage() override;
-
     class Private;
     std::unique_ptr<Private> d;
 };
