@@ -4,6 +4,7 @@
 
 #include "module/host_services/errors.h"
 
+#include <algorithm>
 #include <memory>
 
 #include <zint.h>
@@ -14,6 +15,8 @@ namespace {
 
 using Symbology = Layout::Item::Symbology;
 using Symbol = std::unique_ptr<zint_symbol, decltype(&ZBarcode_Delete)>;
+
+constexpr int utf8Letters = 26; // of a QR code, by its standard
 
 int zintNumber(Symbology symbology)
 {
@@ -35,6 +38,9 @@ Symbol encoded(Symbology symbology, const QString &text)
         throw EQen(u"Não há memória para o código de barras."_s);
     symbol->symbology = zintNumber(symbology);
     symbol->input_mode = UNICODE_MODE;
+    const bool plain = std::all_of(text.begin(), text.end(), [](QChar c) { return c.unicode() < 0x80; });
+    if (symbology == Symbology::Qr && !plain)
+        symbol->eci = utf8Letters; // readers would guess at accents
     const QByteArray bytes = text.toUtf8();
     const int result =
         ZBarcode_Encode(symbol.get(), reinterpret_cast<const unsigned char *>(bytes.constData()), int(bytes.size()));

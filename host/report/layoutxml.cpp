@@ -53,8 +53,12 @@ QXmlStreamReader::TokenType LayoutXml::next()
 
 void LayoutXml::failOnText() const
 {
-    if (!m_xml.isWhitespace())
-        fail(u"texto \"%1\" fora do lugar; esperado um elemento"_s.arg(m_xml.text().trimmed().left(20)));
+    if (m_xml.isWhitespace())
+        return;
+    const QString text = m_xml.text().toString();
+    const QString fromText = text.mid(text.indexOf(text.trimmed()));
+    failAt(line() - int(fromText.count(u'\n')),
+        u"texto \"%1\" fora do lugar; esperado um elemento"_s.arg(fromText.trimmed().left(20)));
 }
 
 void LayoutXml::root(const QString &element)
