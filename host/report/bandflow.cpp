@@ -22,13 +22,19 @@ template <typename Bands> bool isBand(const Bands &band, const Layout::Band &oth
     return band && &*band == &other;
 }
 
+/// Before anything is evaluated.
+double drawnHeight(const Layout::Band &band)
+{
+    return qMax(band.height, double(band.lines.size()));
+}
+
 } // namespace
 
 BandFlow::BandFlow(const Layout::Document &layout, Walker &walker, double height)
     : m_layout(layout)
     , m_walker(walker)
     , m_height(height)
-    , m_footerHeight(layout.pageFooter ? layout.pageFooter->height : 0)
+    , m_footerHeight(layout.pageFooter ? drawnHeight(*layout.pageFooter) : 0)
 {
     walker.setFunction(
         u"PAGE"_s, [this] { return m_composesPageBand ? QVariant(pageNumber()) : QVariant(QString(pageMark)); });
@@ -302,6 +308,6 @@ double BandFlow::wholeRoom() const
 {
     double height = m_height - m_footerHeight - m_headerHeight;
     for (const Entry &entry : m_repeated)
-        height -= entry.content ? entry.content->height : entry.band->height;
+        height -= entry.content ? entry.content->height : drawnHeight(*entry.band);
     return height;
 }
