@@ -80,6 +80,16 @@ QColor BandReader::readColour(LayoutAttributes &attributes, const QString &name,
     return colour;
 }
 
+Qt::Alignment BandReader::readAlignment(LayoutAttributes &attributes, Qt::Alignment otherwise)
+{
+    static const Qt::Alignment horizontal[]{Qt::AlignLeft, Qt::AlignHCenter, Qt::AlignRight, Qt::AlignJustify};
+    static const Qt::Alignment vertical[]{Qt::AlignTop, Qt::AlignVCenter, Qt::AlignBottom};
+    const int across = attributes.word(u"align"_s, {u"left"_s, u"center"_s, u"right"_s, u"justify"_s}, -1);
+    const int down = attributes.word(u"valign"_s, {u"top"_s, u"center"_s, u"bottom"_s}, -1);
+    return (across < 0 ? otherwise & Qt::AlignHorizontal_Mask : horizontal[across])
+        | (down < 0 ? otherwise & Qt::AlignVertical_Mask : vertical[down]);
+}
+
 Layout::TextStyle BandReader::readTextStyle(LayoutAttributes &attributes)
 {
     Layout::TextStyle style;
@@ -100,12 +110,7 @@ Layout::TextStyle BandReader::readTextStyle(LayoutAttributes &attributes)
     style.italic = attributes.yes(u"italic"_s, style.italic);
     style.colour = readColour(attributes, u"colour"_s, style.colour);
     style.background = readColour(attributes, u"background"_s, style.background);
-    static const Qt::Alignment horizontal[]{Qt::AlignLeft, Qt::AlignHCenter, Qt::AlignRight, Qt::AlignJustify};
-    static const Qt::Alignment vertical[]{Qt::AlignTop, Qt::AlignVCenter, Qt::AlignBottom};
-    const int across = attributes.word(u"align"_s, {u"left"_s, u"center"_s, u"right"_s, u"justify"_s}, -1);
-    const int down = attributes.word(u"valign"_s, {u"top"_s, u"center"_s, u"bottom"_s}, -1);
-    style.alignment = (across < 0 ? style.alignment & Qt::AlignHorizontal_Mask : horizontal[across])
-        | (down < 0 ? style.alignment & Qt::AlignVertical_Mask : vertical[down]);
+    style.alignment = readAlignment(attributes, style.alignment);
     return style;
 }
 
@@ -274,6 +279,7 @@ Layout::Item BandReader::readPicture()
     item.line = m_xml.line();
     item.place = readPlace(attributes, 0);
     item.value = readExpression(attributes.needed(u"value"_s));
+    item.style.alignment = readAlignment(attributes, item.style.alignment);
     item.condition = condition(attributes);
     attributes.done();
     m_xml.noChildren();

@@ -30,6 +30,7 @@ private:
     template <typename Parsed> Parsed parsed(const QString &text, Parsed (*parse)(const QString &));
     std::optional<Expression> condition(LayoutAttributes &attributes);
     Layout::TextStyle readTextStyle(LayoutAttributes &attributes);
+    Qt::Alignment readAlignment(LayoutAttributes &attributes, Qt::Alignment otherwise);
     QColor readColour(LayoutAttributes &attributes, const QString &name, const QColor &otherwise);
 
     Layout::TextLine readTextLine();

@@ -4,6 +4,7 @@
 #include "module/host_services/errors.h"
 
 #include <QFile>
+#include <QRegularExpression>
 #include <QTemporaryDir>
 #include <QTest>
 
@@ -67,6 +68,7 @@ private slots:
     void aMistakeInATextLayoutIsTold_data();
     void aMistakeInATextLayoutIsTold();
     void theNameTellsTheKind();
+    void theManualsExamplesAreRead();
 };
 
 void tst_LayoutReader::theMillsOwnFolderComesFirst()
@@ -307,6 +309,22 @@ void tst_LayoutReader::theNameTellsTheKind()
 {
     QCOMPARE(mistakeIn(u"MalPend"_s, {u"<layout title='x'/>"_s}),
         u"MalPend.xml, linha 1: nome do arquivo; esperado um que comece com W (gráfico) ou T (texto)."_s);
+}
+
+void tst_LayoutReader::theManualsExamplesAreRead()
+{
+    QFile manual(QString::fromUtf8(QEN_SOURCE_DIR) + u"/docs/layouts.md"_s);
+    QVERIFY(manual.open(QIODevice::ReadOnly));
+    static const QRegularExpression example(
+        u"```xml\n<!-- (\\w+)\\.xml -->\n(.*?)```"_s, QRegularExpression::DotMatchesEverythingOption);
+    auto examples = example.globalMatch(QString::fromUtf8(manual.readAll()));
+    QStringList read;
+    while (examples.hasNext()) {
+        const QRegularExpressionMatch match = examples.next();
+        read.append(match.captured(1));
+        QCOMPARE(mistakeIn(match.captured(1), match.captured(2).split(u'\n')), QString());
+    }
+    QCOMPARE(read, QStringList({u"WMalPend"_s, u"TMalOF"_s, u"TEtqBarra"_s}));
 }
 
 QTEST_GUILESS_MAIN(tst_LayoutReader)
