@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // The knitting-mill module's package file: its units, in the order in which they start.
 
+#include "invoicing/malfatnf.h"
 #include "invoicing/nfterceiros.h"
 #include "module/package.h"
 #include "production/acertomalha.h"
@@ -10,13 +11,14 @@
 #include "production/ordembaixabarra.h"
 #include "production/ordemfab.h"
 #include "registries/caddefmalha.h"
+#include "registries/mattabpreco.h"
 
 namespace {
 
 Package &package()
 {
-    static Package units({&Nfterceiros::unit(), &Ordemfab::unit(), &Acertomalha::unit(), &Ordembaixabarra::unit(),
-        &Caddefmalha::unit(), &Ordembaixa::unit(), &Baixaof::unit()});
+    static Package units({&Nfterceiros::unit(), &Ordemfab::unit(), &Acertomalha::unit(), &Mattabpreco::unit(),
+        &Malfatnf::unit(), &Ordembaixabarra::unit(), &Caddefmalha::unit(), &Ordembaixa::unit(), &Baixaof::unit()});
     return units;
 }
 

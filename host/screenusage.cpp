@@ -147,7 +147,8 @@ bool bringIntoUse(QWidget &screen)
 {
     static const QHash<QString, void (*)(ScreenDriver &)> uses{{u"TfmNFTerceiros"_s, useInboundInvoice},
         {u"TfmMalhaOF"_s, useOrder}, {u"TfmAcertoMalharia"_s, useBalance}, {u"TfmMalhaOFBaixaBarra"_s, useWriteOff},
-        {u"TfmCadDefMalha"_s, useDefects}, {u"TfmMalhaOFBaixa"_s, useDesk}, {u"TfmBaixaOF"_s, useDeskRoll}};
+        {u"TfmCadDefMalha"_s, useDefects}, {u"TfmMatTabPreco"_s, usePrices}, {u"TfmMalFatNF"_s, useBilling},
+        {u"TfmMalhaOFBaixa"_s, useDesk}, {u"TfmBaixaOF"_s, useDeskRoll}};
     const auto use = uses.constFind(QString::fromLatin1(screen.metaObject()->className()));
     if (use == uses.constEnd())
         return false;

@@ -166,8 +166,9 @@ void TRecordForm::save()
 void TRecordForm::writeLog(bool inserting, const QString &number) const
 {
     const LogTexts texts = logTexts();
-    Funcoes::GeraLog(texts.label, (inserting ? texts.inserted : texts.changed) + number,
-        inserting ? texts.insertedAs : olAlteracao, number);
+    const QString text = inserting ? texts.inserted : texts.changed;
+    if (!text.isEmpty())
+        Funcoes::GeraLog(texts.label, text + number, inserting ? texts.insertedAs : olAlteracao, number);
 }
 
 void TRecordForm::SbDesistirClick()
