@@ -64,22 +64,22 @@ constexpr std::array fabrics{
 };
 
 constexpr std::array colours{
-    ColourKind{u"000010", u"Cru"},
-    ColourKind{u"000020", u"Branco"},
-    ColourKind{u"000030", u"Preto"},
-    ColourKind{u"000040", u"Azul-marinho"},
-    ColourKind{u"000050", u"Mescla claro"},
-    ColourKind{u"000060", u"Vermelho"},
-    ColourKind{u"000070", u"Verde-musgo"},
-    ColourKind{u"000080", u"Azul-royal"},
-    ColourKind{u"000090", u"Cinza-chumbo"},
-    ColourKind{u"000100", u"Rosa-bebê"},
-    ColourKind{u"000110", u"Amarelo-ouro"},
-    ColourKind{u"000120", u"Bordô"},
-    ColourKind{u"000130", u"Areia"},
-    ColourKind{u"000140", u"Turquesa"},
-    ColourKind{u"000150", u"Lilás"},
-    ColourKind{u"000160", u"Laranja-queimado"},
+    ColourKind{u"000010", u"Cru", u"#efe6d0"},
+    ColourKind{u"000020", u"Branco", u"#fbfbf8"},
+    ColourKind{u"000030", u"Preto", u"#1e1e20"},
+    ColourKind{u"000040", u"Azul-marinho", u"#1b2a49"},
+    ColourKind{u"000050", u"Mescla claro", u"#c3c6c9"},
+    ColourKind{u"000060", u"Vermelho", u"#b71c2b"},
+    ColourKind{u"000070", u"Verde-musgo", u"#5a6238"},
+    ColourKind{u"000080", u"Azul-royal", u"#2244a8"},
+    ColourKind{u"000090", u"Cinza-chumbo", u"#4a4e54"},
+    ColourKind{u"000100", u"Rosa-bebê", u"#f3c1cb"},
+    ColourKind{u"000110", u"Amarelo-ouro", u"#e6a817"},
+    ColourKind{u"000120", u"Bordô", u"#6b1a2a"},
+    ColourKind{u"000130", u"Areia", u"#d2b98f"},
+    ColourKind{u"000140", u"Turquesa", u"#1fa7a4"},
+    ColourKind{u"000150", u"Lilás", u"#b79bcf"},
+    ColourKind{u"000160", u"Laranja-queimado", u"#c4571f"},
 };
 
 } // namespace

@@ -56,6 +56,7 @@ struct ColourKind
 {
     QStringView code;
     QStringView description;
+    QStringView shade; ///< "#rrggbb", as the yarn looks on the cone
 };
 
 inline constexpr QStringView raw = u"000010";

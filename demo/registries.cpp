@@ -69,11 +69,11 @@ void collectRegistries(const Mill &mill, Inserter &rows)
     collect(rows, mill, u"REGIAO"_s, u"REGIAO"_s, regions);
     collectTerms(mill, rows);
 
-    rows.into(u"CADCOR"_s, u"COR, DESCRICAO"_s, mill.company);
-    rows.row({noColour, u"Sem cor"});
-    rows.row({anyColour, u"Qualquer cor"});
+    rows.into(u"CADCOR"_s, u"COR, DESCRICAO, TONALIDADE"_s, mill.company);
+    rows.row({noColour, u"Sem cor", nullptr});
+    rows.row({anyColour, u"Qualquer cor", nullptr});
     for (const ColourKind &colour : colourKinds())
-        rows.row({colour.code, colour.description});
+        rows.row({colour.code, colour.description, colour.shade});
 }
 
 } // namespace Demo

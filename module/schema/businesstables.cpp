@@ -77,7 +77,8 @@ QVector<Table> peopleAndPlacesTables()
         {u"PESSOAL"_s, {{u"CODIGO"_s, Code, 6}, {u"NOME"_s, Name, 60}, {u"TURNO"_s, Code, 2}, {u"ATIVO"_s, Code, 1}},
             {u"CODIGO"_s}},
         {u"TURNO"_s, {{u"TURNO"_s, Code, 2}, {u"DESCRICAO"_s, Name, 40}, {u"NOTURNO"_s, Code, 1}}, {u"TURNO"_s}},
-        {u"CADCOR"_s, {{u"COR"_s, Code, 6}, {u"DESCRICAO"_s, Name, 80}}, {u"COR"_s}},
+        // The shade is what pictures of a fabric are drawn in: "#1b2a49".
+        {u"CADCOR"_s, {{u"COR"_s, Code, 6}, {u"DESCRICAO"_s, Name, 80}, {u"TONALIDADE"_s, Code, 7}}, {u"COR"_s}},
         {u"REGIAO"_s, {{u"REGIAO"_s, Code, 3}, {u"DESCRICAO"_s, Name, 60}}, {u"REGIAO"_s}},
         registry(u"FLUXOTIN"_s, 6, 60),
         registry(u"TABQUL"_s, 3, 40),

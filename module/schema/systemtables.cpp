@@ -52,7 +52,8 @@ QVector<Table> allTables()
 
 QVector<Step> upgradeSteps()
 {
-    return {{1, {}}};
+    // 2: the shades of the colours, which an older database does not know.
+    return {{1, {}}, {2, {}}};
 }
 
 } // namespace Schema

@@ -65,6 +65,7 @@ private slots:
     void inspectedRollsHaveEveryDefectOfTheCatalogue();
     void pricesGrowFromInstalmentToInstalment();
     void onlyYarnsThatTheClientOwnsAreKnitted();
+    void everyRaportCanBeDrawnInItsShades();
 
 private:
     TTIDatabase &database() { return m_created.at(Engines::current())->connection(); }
@@ -422,6 +423,18 @@ void tst_demofigures::onlyYarnsThatTheClientOwnsAreKnitted()
         QCOMPARE(count(company, uR"(SELECT COUNT(*) FROM {NFT_ITEN} I
             INNER JOIN {MATERIAL} M ON (M.CODIGO = I.CODIGO) WHERE M.CODCLI <> I.CODCLI)"_s),
             0);
+    }
+}
+
+void tst_demofigures::everyRaportCanBeDrawnInItsShades()
+{
+    for (const int company : companies) {
+        QVERIFY(count(company, u"SELECT COUNT(*) FROM {RAPORT}"_s) > 10);
+        QCOMPARE(count(company, uR"(SELECT COUNT(*) FROM {RAPORT} R WHERE NOT EXISTS (SELECT 1 FROM {CADCOR} C
+            WHERE C.COR = R.COR_I AND C.TONALIDADE LIKE '#______'))"_s),
+            0);
+        QCOMPARE(count(company, u"SELECT COUNT(DISTINCT TONALIDADE) FROM {CADCOR}"_s),
+            count(company, u"SELECT COUNT(TONALIDADE) FROM {CADCOR}"_s));
     }
 }
 

@@ -64,6 +64,7 @@ private slots:
     void anUpgradeAddsColumnsAndKeepsRows();
     void columnsThatAHostAddedStay();
     void everyCompanyIsUpgraded();
+    void theColoursOfTheFirstVersionAreKeptWithoutAShade();
     void anUpgradeRunsOnce();
     void aStepThatFailsLeavesTheVersion();
     void aNewerDatabaseIsRefused();
@@ -145,6 +146,22 @@ void TestUpgrade::everyCompanyIsUpgraded()
     second().upgrade();
     for (const QString &table : {u"CLIENTE_001"_s, u"CLIENTE_002"_s, u"CLIENTE_734"_s})
         QCOMPARE(m_data->rows(u"SELECT SALDO FROM "_s + table), QStringList(u"0"_s));
+}
+
+void TestUpgrade::theColoursOfTheFirstVersionAreKeptWithoutAShade()
+{
+    QVector<Table> tables = allTables();
+    for (Table &table : tables)
+        table.columns.removeIf([](const Column &column) { return column.name == u"TONALIDADE"_s; });
+    Builder old(m_data->connection(), tables, firstSteps());
+    old.upgrade();
+    old.createCompany(1, u"Um"_s);
+    m_data->run(u"INSERT INTO {CADCOR} (COR, DESCRICAO) VALUES ('000001', 'Cru')"_s);
+    QVERIFY_THROWS_EXCEPTION(EDatabaseError, m_data->run(u"SELECT TONALIDADE FROM {CADCOR}"_s));
+    Builder current(m_data->connection());
+    current.upgrade();
+    QCOMPARE(current.version(), current.currentVersion());
+    QCOMPARE(m_data->rows(u"SELECT COR, DESCRICAO, TONALIDADE FROM {CADCOR}"_s), QStringList(u"000001|Cru|"_s));
 }
 
 void TestUpgrade::anUpgradeRunsOnce()
