@@ -34,26 +34,7 @@ void ReportAggregates::collect(const std::optional<Layout::Band> &band)
     if (!band)
         return;
     QVector<Use> uses;
-    const auto collectIf = [&](const std::optional<Expression> &expression) {
-        if (expression)
-            collect(*expression, uses);
-    };
-    const auto collectText = [&](const TextTemplate &text) {
-        for (const TextTemplate::Part &part : text.parts()) {
-            if (part.expression)
-                collect(*part.expression, uses);
-        }
-    };
-    collectIf(band->condition);
-    for (const Layout::Item &item : band->items) {
-        collectIf(item.condition);
-        collectIf(item.value);
-        collectText(item.text);
-    }
-    for (const Layout::TextLine &line : band->lines) {
-        collectIf(line.condition);
-        collectText(line.text);
-    }
+    Layout::forEachExpression(*band, [&](const Expression &expression, int) { collect(expression, uses); });
     if (!uses.isEmpty())
         m_uses.insert(&*band, uses);
 }

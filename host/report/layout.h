@@ -10,6 +10,7 @@
 #include <QSizeF>
 #include <QStringList>
 
+#include <functional>
 #include <memory>
 #include <optional>
 #include <vector>
@@ -72,6 +73,9 @@ struct Band
     std::vector<TextLine> lines; ///< of a text layout
     int line = 0; ///< in the file
 };
+
+/// All expressions of the band, with their lines in the file.
+void forEachExpression(const Band &band, const std::function<void(const Expression &expression, int line)> &visit);
 
 struct Group
 {

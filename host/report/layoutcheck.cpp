@@ -31,32 +31,9 @@ public:
         }
     }
 
-    void expression(const std::optional<Expression> &optional, const RowFrame &frame, int line) const
-    {
-        if (optional)
-            expression(*optional, frame, line);
-    }
-
-    void text(const TextTemplate &text, const RowFrame &frame, int line) const
-    {
-        for (const TextTemplate::Part &part : text.parts()) {
-            if (part.expression)
-                expression(*part.expression, frame, line);
-        }
-    }
-
     void band(const Layout::Band &band, const RowFrame &frame) const
     {
-        expression(band.condition, frame, band.line);
-        for (const Layout::Item &item : band.items) {
-            expression(item.condition, frame, item.line);
-            expression(item.value, frame, item.line);
-            text(item.text, frame, item.line);
-        }
-        for (const Layout::TextLine &line : band.lines) {
-            expression(line.condition, frame, line.line);
-            text(line.text, frame, line.line);
-        }
+        Layout::forEachExpression(band, [&](const Expression &each, int line) { expression(each, frame, line); });
     }
 
     void band(const std::optional<Layout::Band> &optional, const RowFrame &frame) const
