@@ -12,13 +12,16 @@
 #include "production/ordemfab.h"
 #include "registries/caddefmalha.h"
 #include "registries/mattabpreco.h"
+#include "reports/relordemfab.h"
+#include "reports/relpend.h"
 
 namespace {
 
 Package &package()
 {
-    static Package units({&Nfterceiros::unit(), &Ordemfab::unit(), &Acertomalha::unit(), &Mattabpreco::unit(),
-        &Malfatnf::unit(), &Ordembaixabarra::unit(), &Caddefmalha::unit(), &Ordembaixa::unit(), &Baixaof::unit()});
+    static Package units({&Nfterceiros::unit(), &Ordemfab::unit(), &Relpend::unit(), &Acertomalha::unit(),
+        &Relordemfab::unit(), &Mattabpreco::unit(), &Malfatnf::unit(),
+        &Ordembaixabarra::unit(), &Caddefmalha::unit(), &Ordembaixa::unit(), &Baixaof::unit()});
     return units;
 }
 

@@ -132,6 +132,18 @@ void handOverOrder(QWidget &roll)
     roll.setProperty("Maquina", ofOrder(u"MAQUINA"_s));
 }
 
+/// An order of which the client's yarn is reserved.
+void useOrderSheets(ScreenDriver &sheets)
+{
+    sheets.type(u"edtNumero"_s, value(u"SELECT MAX(NUMERO) FROM {BAIXA_FIO}"_s));
+    sheets.press(u"BtnExecutaSQL"_s);
+}
+
+void usePending(ScreenDriver &pending)
+{
+    pending.press(u"BtnExecutaSQL"_s);
+}
+
 } // namespace
 
 void handOver(QWidget &screen)
@@ -148,7 +160,8 @@ bool bringIntoUse(QWidget &screen)
     static const QHash<QString, void (*)(ScreenDriver &)> uses{{u"TfmNFTerceiros"_s, useInboundInvoice},
         {u"TfmMalhaOF"_s, useOrder}, {u"TfmAcertoMalharia"_s, useBalance}, {u"TfmMalhaOFBaixaBarra"_s, useWriteOff},
         {u"TfmCadDefMalha"_s, useDefects}, {u"TfmMatTabPreco"_s, usePrices}, {u"TfmMalFatNF"_s, useBilling},
-        {u"TfmMalhaOFBaixa"_s, useDesk}, {u"TfmBaixaOF"_s, useDeskRoll}};
+        {u"TfmMalhaOFBaixa"_s, useDesk}, {u"TfmBaixaOF"_s, useDeskRoll},
+        {u"TfmRelOrdFab"_s, useOrderSheets}, {u"TfmRelPend"_s, usePending}};
     const auto use = uses.constFind(QString::fromLatin1(screen.metaObject()->className()));
     if (use == uses.constEnd())
         return false;

@@ -52,9 +52,10 @@ TestStation::TestStation(const QString &engine, const QString &user, int company
 
 TestStation::~TestStation()
 {
-    const QWidgetList windows = QApplication::topLevelWidgets();
-    for (QWidget *window : windows) {
-        if (qobject_cast<TForm *>(window))
+    const QWidgetList open = QApplication::topLevelWidgets();
+    const QList<QPointer<QWidget>> windows(open.begin(), open.end()); // a screen takes its menus along
+    for (const QPointer<QWidget> &window : windows) {
+        if (qobject_cast<TForm *>(window.data()))
             delete window;
     }
     ofPackage("qenMalharia_finalize")();
