@@ -3,6 +3,7 @@
 // The knitting-mill module's package file: its units, in the order in which they start.
 
 #include "invoicing/malfatnf.h"
+#include "invoicing/mallibfat.h"
 #include "invoicing/nfterceiros.h"
 #include "module/package.h"
 #include "production/acertomalha.h"
@@ -21,7 +22,8 @@ Package &package()
 {
     static Package units({&Nfterceiros::unit(), &Ordemfab::unit(), &Relpend::unit(), &Acertomalha::unit(),
         &Relordemfab::unit(), &Mattabpreco::unit(), &Malfatnf::unit(),
-        &Ordembaixabarra::unit(), &Caddefmalha::unit(), &Ordembaixa::unit(), &Baixaof::unit()});
+        &Ordembaixabarra::unit(), &Caddefmalha::unit(), &Ordembaixa::unit(), &Baixaof::unit(),
+        &Mallibfat::unit()});
     return units;
 }
 

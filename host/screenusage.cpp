@@ -6,10 +6,12 @@
 #include "host/screendriver.h"
 #include "module/host_services/database.h"
 #include "module/host_services/errors.h"
+#include "module/host_services/format.h"
 #include "module/host_services/funcoes.h"
 #include "module/host_services/tabelas.h"
 
 #include <QTabWidget>
+#include <QTableView>
 
 using namespace Funcoes;
 using namespace Qt::StringLiterals;
@@ -109,6 +111,25 @@ void useInboundInvoice(ScreenDriver &invoice)
     invoice.enter(u"EdtUnitario"_s, u"24,35"_s);
 }
 
+/// The fabric of the client who has most orders open: one released whole, one in part, one with too much.
+void useRelease(ScreenDriver &release)
+{
+    release.enter(u"EdtNumero"_s, {});
+    release.enter(u"edtCliente"_s, value(uR"(
+        SELECT M.CODCLI FROM {PA_MALHA} PA INNER JOIN {MATERIAL} M ON (M.CODIGO = PA.CODIGO)
+        WHERE PA.QTDE_TOTAL > PA.FATURADO GROUP BY M.CODCLI ORDER BY COUNT(*) DESC, M.CODCLI FETCH FIRST 1 ROWS ONLY)"_s));
+    auto *rows = release.screen()->findChild<QTableView *>(u"DBGrid1"_s)->model();
+    constexpr int balance = 5;
+    constexpr int quantity = 6;
+    constexpr int rolls = 7;
+    const double parts[]{1, 0.5, 1.1};
+    for (int row = 0; row < qMin(3, rows->rowCount()); ++row) {
+        const double kg = rows->index(row, balance).data(Qt::EditRole).toDouble() * parts[row];
+        rows->setData(rows->index(row, quantity), Format::rounded(kg, 1));
+        rows->setData(rows->index(row, rolls), qRound(kg / 20) + 1);
+    }
+}
+
 void handOverRoll(QWidget &defects)
 {
     const QString of = value(u"SELECT MAX(NUMERO) FROM {DEF_MOV} WHERE QUANT > 1"_s);
@@ -159,7 +180,8 @@ bool bringIntoUse(QWidget &screen)
 {
     static const QHash<QString, void (*)(ScreenDriver &)> uses{{u"TfmNFTerceiros"_s, useInboundInvoice},
         {u"TfmMalhaOF"_s, useOrder}, {u"TfmAcertoMalharia"_s, useBalance}, {u"TfmMalhaOFBaixaBarra"_s, useWriteOff},
-        {u"TfmCadDefMalha"_s, useDefects}, {u"TfmMatTabPreco"_s, usePrices}, {u"TfmMalFatNF"_s, useBilling},
+        {u"TfmCadDefMalha"_s, useDefects},
+        {u"TfmMalLibFat"_s, useRelease}, {u"TfmMatTabPreco"_s, usePrices}, {u"TfmMalFatNF"_s, useBilling},
         {u"TfmMalhaOFBaixa"_s, useDesk}, {u"TfmBaixaOF"_s, useDeskRoll},
         {u"TfmRelOrdFab"_s, useOrderSheets}, {u"TfmRelPend"_s, usePending}};
     const auto use = uses.constFind(QString::fromLatin1(screen.metaObject()->className()));
