@@ -7,6 +7,7 @@
 
 #include "module/host_services/clock.h"
 #include "module/host_services/database.h"
+#include "module/host_services/format.h"
 #include "module/host_services/funcoes.h"
 #include "module/host_services/query.h"
 #include "module/host_services/tabelas.h"
@@ -141,8 +142,10 @@ bool TfmMatTabPreco::FormKeyDown(QKeyEvent *event)
 
 void TfmMatTabPreco::Bar_Confirma(bool editing)
 {
-    if (!editing)
+    if (!editing) {
         m_superseded.clear();
+        m_repeated = false;
+    }
     TRecordForm::Bar_Confirma(editing);
     m_ui->BtincluirCarlos->setEnabled(!editing);
     m_ui->DBGrid1->setEnabled(!editing);
@@ -338,9 +341,9 @@ void TfmMatTabPreco::fillEmpty(const QString &field, const QString &text)
         table()->setValue(field, text);
 }
 
-bool TfmMatTabPreco::exists(const QVariantList &key) const
+int TfmMatTabPreco::countOf(const QVariantList &key) const
 {
-    return database().value(u"SELECT COUNT(*) FROM "_s + DBLocal(u"TABPRECO"_s) + whereKeyIs(key)).toInt() > 0;
+    return database().value(u"SELECT COUNT(*) FROM "_s + DBLocal(u"TABPRECO"_s) + whereKeyIs(key)).toInt();
 }
 
 /// A product has one price in a region and colour group: what is typed takes the place of what is there.
@@ -348,37 +351,58 @@ bool TfmMatTabPreco::mayTakeOver()
 {
     const QVariantList key = keyOf(*table());
     const bool itsOwn = table()->state() == TTITable::State::Edit && isSameKey(key, savedKeyOf(*table()));
-    if (itsOwn || !exists(key))
+    const int count = countOf(key);
+    if (count == 0 || (itsOwn && count == 1))
         return true;
-    if (!Messages::ask(this, u"Já existe o preço deste material nesta região e cor. Deseja substituí-lo?"_s)) {
+    const QString question = itsOwn
+        ? u"Este preço está gravado %1 vezes. Deseja ficar só com o que foi digitado?"_s.arg(count)
+        : u"Já existe o preço deste material nesta região e cor. Deseja substituí-lo?"_s;
+    if (!Messages::ask(this, question)) {
         m_ui->EdtRegiao->setFocus();
         return false;
     }
-    takeOver(key);
+    takeOver(key, count);
     return true;
 }
 
-/// Goes on editing the row of that key, with all that was typed.
-void TfmMatTabPreco::takeOver(const QVariantList &key)
+/// Goes on editing the row of that key, or the one for several that there are, with all that was typed.
+void TfmMatTabPreco::takeOver(const QVariantList &key, int count)
 {
     QVariantList typed;
     for (const TField &field : table()->fields())
         typed.append(table()->value(field.name));
-    if (table()->state() == TTITable::State::Edit)
+    if (table()->state() == TTITable::State::Edit && !isSameKey(key, savedKeyOf(*table())))
         m_superseded.append(savedKeyOf(*table()));
     table()->Cancel();
-    if (table()->Locate(keyFields, key))
+    m_repeated = count > 1;
+    if (!m_repeated && table()->Locate(keyFields, key))
         table()->Edit();
     else
-        table()->Append(); // another station has just deleted it
+        table()->Append();
     for (qsizetype i = 0; i < typed.size(); ++i)
         table()->setValue(table()->fields()[i].name, typed[i]);
 }
 
 void TfmMatTabPreco::writeDependents()
 {
+    const QString remove = u"DELETE FROM "_s + DBLocal(u"TABPRECO"_s);
     for (const QVariantList &key : m_superseded)
-        database().run(u"DELETE FROM "_s + DBLocal(u"TABPRECO"_s) + whereKeyIs(key));
+        database().run(remove + whereKeyIs(key));
+    if (!m_repeated)
+        return;
+    // The row that was just written is known by its moment.
+    const QDateTime moment = table()->value(u"DT_ALTERACAO"_s).toDateTime();
+    database().run(remove + whereKeyIs(keyOf(*table())) + u" AND (DT_ALTERACAO IS NULL OR DT_ALTERACAO <> "_s
+        + Aspas(Format::sqlDate(moment.date()) + u' ' + Format::time(moment.time())) + u')');
+}
+
+bool TfmMatTabPreco::askDelete()
+{
+    const int count = countOf(keyOf(*table()));
+    if (count < 2)
+        return TRecordForm::askDelete();
+    return Messages::ask(
+        this, u"Este preço está gravado %1 vezes. Deseja eliminar todas?"_s.arg(count), u"Eliminação de Registro"_s);
 }
 
 QVector<TCurrencyEdit *> TfmMatTabPreco::instalmentEdits() const

@@ -52,6 +52,7 @@ protected:
     QWidget *firstField(bool inserting) const override;
     bool mayConfirm() override;
     void writeDependents() override;
+    bool askDelete() override;
     void showDerived() override;
     void search() override;
 
@@ -63,9 +64,9 @@ private:
     void Verifica_Existe();
     void fillDefaults();
     void fillEmpty(const QString &field, const QString &text);
-    bool exists(const QVariantList &key) const;
+    int countOf(const QVariantList &key) const;
     bool mayTakeOver();
-    void takeOver(const QVariantList &key);
+    void takeOver(const QVariantList &key, int count);
     QVector<TCurrencyEdit *> instalmentEdits() const;
     void repeatPrice();
 
@@ -77,6 +78,7 @@ private:
     std::unique_ptr<Ui::fmMatTabPreco> m_ui;
     TTIQuery *QryPrecos; ///< the rows of the grid; the table stands on the grid's row
     QVector<QVariantList> m_superseded; ///< keys of rows that the one being edited takes the place of
+    bool m_repeated = false; ///< and of all others of its own key
     QString m_lastRegion; ///< of the row inserted last
     bool m_listing = false;
 };

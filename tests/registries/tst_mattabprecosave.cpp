@@ -41,6 +41,8 @@ private slots:
     void aPriceThatAppearedMeanwhileIsReplacedWhenWanted();
     void theReplacedRowTakesTheOthersPlace();
     void aRowOfGroup00IsReplacedByTheOneThatBecomesIt();
+    void ofAPriceThatIsThereTwiceOneRemains();
+    void aPriceThatIsThereTwiceIsDeletedWhole();
     void nothingRemainsOfASaveThatFails();
     void aRowThatVanishedIsNotAltered();
 };
@@ -322,6 +324,53 @@ void TestMatTabPrecoSave::aRowOfGroup00IsReplacedByTheOneThatBecomesIt()
     station.answers.expect(replaceIt, QMessageBox::Yes);
     station.confirm();
     QCOMPARE(station.stored(), QStringList(u"01|M0001|00|3|20|15"_s));
+}
+
+void TestMatTabPrecoSave::ofAPriceThatIsThereTwiceOneRemains()
+{
+    PriceStation station;
+    station.insertPrice({.first = u"1"_s});
+    station.insertPrice({.first = u"2"_s});
+    station.insertPrice({.code = u"M0002"_s, .first = u"3"_s});
+    station.openPrices();
+    QCOMPARE(station.listed().size(), 3);
+    station.click(u"SpeedButton1"_s);
+    station.click(u"BtnAltera"_s);
+    station.enter(u"EdtParcela01"_s, u"9"_s);
+    const QString twice = u"Este preço está gravado 2 vezes. Deseja ficar só com o que foi digitado?"_s;
+    station.answers.expectAndType(twice, Qt::Key_Return);
+    station.confirm();
+    QVERIFY(station.isEditing());
+    QCOMPARE(station.lines(), 3);
+    station.answers.expect(twice, QMessageBox::Yes);
+    station.confirm();
+    QCOMPARE(station.stored(), (QStringList{u"01|M0001|00|9|20|15"_s, u"01|M0002|00|3|20|15"_s}));
+    // Another row that becomes one of several takes the place of all.
+    station.insertPrice({.first = u"5"_s});
+    station.click(u"SpeedButton4"_s);
+    station.click(u"BtnAltera"_s);
+    station.enter(u"EdtCodArt"_s, u"M0001"_s);
+    station.answers.expect(replaceIt, QMessageBox::Yes);
+    Clock::pin(Clock::now().addSecs(60));
+    station.confirm();
+    QCOMPARE(station.stored(), QStringList(u"01|M0001|00|3|20|15"_s));
+}
+
+void TestMatTabPrecoSave::aPriceThatIsThereTwiceIsDeletedWhole()
+{
+    PriceStation station;
+    station.insertPrice({.first = u"1"_s});
+    station.insertPrice({.first = u"2"_s});
+    station.insertPrice({.code = u"M0002"_s});
+    station.openPrices();
+    station.click(u"SpeedButton1"_s);
+    const QString twice = u"Este preço está gravado 2 vezes. Deseja eliminar todas?"_s;
+    station.answers.expectAndType(twice, Qt::Key_Return, u"Eliminação de Registro"_s);
+    station.click(u"BtExcluir"_s);
+    QCOMPARE(station.lines(), 3);
+    station.answers.expect(twice, QMessageBox::Yes);
+    station.click(u"BtExcluir"_s);
+    QCOMPARE(station.listed(), QStringList(u"M0002 01 00"_s));
 }
 
 void TestMatTabPrecoSave::nothingRemainsOfASaveThatFails()
