@@ -272,6 +272,12 @@ void MainWindow::showCompany()
     m_user->setText(u"Usuário %1"_s.arg(m_host.user()));
 }
 
+void MainWindow::tell(const QString &text)
+{
+    constexpr int seconds = 15;
+    m_ui->statusBar->showMessage(text, seconds * 1000);
+}
+
 void MainWindow::showBusy(bool busy)
 {
     m_busy->setVisible(busy);

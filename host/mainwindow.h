@@ -33,6 +33,8 @@ public:
     bool closeScreens();
     /// Goes on in another company, if all screens can be closed.
     void changeCompany(int company);
+    /// A line in the status bar, for some seconds.
+    void tell(const QString &text);
 
 protected:
     void closeEvent(QCloseEvent *event) override;

@@ -3,6 +3,7 @@
 
 #include "host/paths.h"
 
+#include <QCoreApplication>
 #include <QStandardPaths>
 
 using namespace Qt::StringLiterals;
@@ -22,6 +23,17 @@ QString dataFolder()
 QString logFile()
 {
     return dataFolder() + u"/qen.log"_s;
+}
+
+QString printsFolder()
+{
+    return dataFolder() + u"/impressos"_s;
+}
+
+QStringList layoutFolders()
+{
+    const QString program = QCoreApplication::applicationDirPath();
+    return {dataFolder() + u"/leiautes"_s, program + u"/../layouts"_s, program + u"/../share/qen/layouts"_s};
 }
 
 QString imagesFolder()

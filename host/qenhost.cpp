@@ -6,6 +6,9 @@
 #include "host/exceptionbox.h"
 #include "host/inventory.h"
 #include "host/paths.h"
+#include "host/report/layoutreader.h"
+#include "host/report/report.h"
+#include "host/reportdesk.h"
 #include "module/host_services/classregistry.h"
 #include "module/host_services/clock.h"
 #include "module/host_services/database.h"
@@ -167,6 +170,16 @@ void QenHost::runReport(const ReportCall &call)
     m_reports.append(report);
     m_log.write(u"report %1 (%2) for printer \"%3\", rows %4"_s.arg(call.name,
         call.kind == ReportCall::Kind::Text ? u"text"_s : u"graphic"_s, report.printer, parts.join(u", "_s)));
+    if (!m_reportDesk)
+        return;
+    QStringList folders = Paths::layoutFolders();
+    if (const QString own = m_settings.value(u"Pastas/leiautes"_s).toString(); !own.isEmpty())
+        folders.prepend(own);
+    const QString file = LayoutReader::find(call.name, folders);
+    if (file.isEmpty())
+        throw EQen(u"O leiaute \"%1\" não foi encontrado."_s.arg(call.name), folders.join(u'\n'));
+    Report paper(file, call, {m_account.user, m_company.name, Clock::now()});
+    m_reportDesk->deliver(paper, call);
 }
 
 QString QenHost::printerOf(const QString &layout) const

@@ -14,6 +14,7 @@
 
 #include <functional>
 
+class ReportDesk;
 class TTIDatabase;
 
 /// A report that a screen asked for.
@@ -66,7 +67,11 @@ public:
     /// The open screen of that class, or null.
     QWidget *openForm(const QString &className) const { return m_open.value(className); }
 
+    /// Reads the layout, in the folder of the settings ("Pastas/leiautes") if it is there, and hands the report to the
+    /// desk. Throws EQen.
     void runReport(const ReportCall &call) override;
+    /// Where reports go; it must outlive its use. Null: they are only noted.
+    void setReportDesk(ReportDesk *desk) { m_reportDesk = desk; }
     const QList<RecordedReport> &recordedReports() const { return m_reports; }
 
     /// A code is a file name without its ending, in any case; one with a path in it belongs to no file. Without a
@@ -89,5 +94,6 @@ private:
     Company m_company;
     QHash<QString, QPointer<QWidget>> m_open;
     std::function<void(QWidget *)> m_placer;
+    ReportDesk *m_reportDesk = nullptr;
     QList<RecordedReport> m_reports;
 };

@@ -24,10 +24,16 @@ constexpr QStringView explanation = uR"(# Configuração do qen nesta estação.
 #
 # [Pastas]
 # imagens=           imagens dos materiais, <código>.png, .jpg, .jpeg, .bmp ou .svg; vazia: a pasta "imagens" dos dados
+# leiautes=          leiautes próprios de relatórios e etiquetas; vazia: a pasta "leiautes" dos dados
 #
 # [Impressoras]      Nome da impressora como o sistema a conhece; vazia: a impressora padrão do sistema.
 # padrao=            para tudo o que não tem impressora própria
+#                    "PDF" grava arquivos na pasta "impressos" dos dados; "arquivo:/dev/usb/lp0" manda textos
+#                    direto a uma impressora matricial ou de etiquetas
 # WEtqBarra=         para um só relatório ou etiqueta, pelo nome do seu leiaute
+#
+# [Codigos]          Códigos da impressora matricial, em hexadecimal; para uma só impressora, [Codigos <nome>].
+# condensado=0F      também: fim-condensado, negrito, fim-negrito, inicio, pagina
 #
 # [Kelta]            A balança; o programa grava aqui o que foi escolhido em "Configurar balança".
 )";

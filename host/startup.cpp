@@ -15,6 +15,7 @@
 #include "host/paths.h"
 #include "host/pictures.h"
 #include "host/qenhost.h"
+#include "host/reportdesk.h"
 #include "host/settings.h"
 #include "module/host_services/database.h"
 #include "module/host_services/errors.h"
@@ -106,7 +107,12 @@ int runProgram(const Options &options)
     std::optional<DemonstrationScale> scale;
     if (demonstration)
         scale.emplace(settings.store());
+    StationDesk desk(settings.store());
+    if (demonstration) // which needs no printer
+        desk.setFallbackPrinter(StationDesk::filePrinter);
+    host.setReportDesk(&desk);
     MainWindow window(host, engineName(connection.engine), database.settings().database);
+    QObject::connect(&desk, &StationDesk::printed, &window, &MainWindow::tell);
     window.show();
     return QApplication::exec();
 }

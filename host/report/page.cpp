@@ -115,10 +115,18 @@ void paintBars(QPainter &painter, const PageItem &item)
     painter.fillPath(path, item.colour);
 }
 
+/// To whole dots: half covered ones would be a seam between neighbours.
+void paintBackground(QPainter &painter, const PageItem &item)
+{
+    painter.setRenderHint(QPainter::Antialiasing, false);
+    painter.fillRect(inUnits(item.place), item.background);
+    painter.setRenderHint(QPainter::Antialiasing);
+}
+
 void paintItem(QPainter &painter, const PageItem &item, int pageCount)
 {
     if (item.background.isValid())
-        painter.fillRect(inUnits(item.place), item.background);
+        paintBackground(painter, item);
     switch (item.kind) {
     case PageItem::Kind::Text:
         return paintText(painter, item, pageCount);

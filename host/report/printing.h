@@ -1,0 +1,27 @@
+// SPDX-FileCopyrightText: The qen authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include <QByteArray>
+#include <QString>
+
+#include <functional>
+
+class PageStore;
+class QPrinter;
+
+/// Pages and characters on their way to a printer of the system.
+namespace Printing {
+
+/// Told before each page how many are done; false cancels.
+using Progress = std::function<bool(int pagesDone)>;
+
+/// The system's printer of that name, its usual one for an empty name. Throws EQen when there is none.
+QString existing(const QString &printer);
+/// The pages that the printer's range asks for, as often as its copies say. False when it was cancelled. Throws EQen.
+bool print(const PageStore &pages, QPrinter &printer, const Progress &progress = {});
+/// Bytes for a printer of characters, as they stand: to the device or file after "arquivo:", else to the system's
+/// printer of that name. Throws EQen when it does not take them.
+void send(const QByteArray &bytes, const QString &printer, const QString &title);
+
+} // namespace Printing

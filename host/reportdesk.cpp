@@ -1,0 +1,185 @@
+// SPDX-FileCopyrightText: The qen authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#include "host/reportdesk.h"
+
+#include "host/paths.h"
+#include "host/previewwindow.h"
+#include "host/report/pagestore.h"
+#include "host/report/pdf.h"
+#include "host/report/printing.h"
+#include "module/host_services/clock.h"
+#include "module/host_services/errors.h"
+#include "module/host_services/host.h"
+
+#include <QDir>
+#include <QPrintDialog>
+#include <QPrinter>
+#include <QProgressDialog>
+#include <QSaveFile>
+#include <QSettings>
+#include <QStandardPaths>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr int patience = 700; // ms until a report that is printed at once shows how far it is
+const QString folderKey = QStringLiteral("Pastas/relatorios");
+
+/// False when the user gave up.
+bool layOut(Report &report, QWidget *parent)
+{
+    QProgressDialog progress(u"Montando %1…"_s.arg(report.title()), u"Cancelar"_s, 0, 0, parent);
+    progress.setWindowTitle(report.title());
+    progress.setWindowModality(Qt::ApplicationModal);
+    progress.setMinimumDuration(patience);
+    while (report.step()) {
+        progress.setValue(report.rowsDone());
+        if (progress.wasCanceled())
+            return false;
+    }
+    return true;
+}
+
+void writeBytes(const QByteArray &bytes, const QString &file)
+{
+    QSaveFile out(file);
+    if (!out.open(QIODevice::WriteOnly) || out.write(bytes) != bytes.size() || !out.commit())
+        throw EQen(u"O arquivo \"%1\" não pode ser gravado."_s.arg(file), out.errorString());
+}
+
+/// A name in the folder that no file has yet; the number follows from the second on.
+QString freeName(const QString &folder, const QString &name, const QString &ending)
+{
+    if (!QDir().mkpath(folder))
+        throw EQen(u"A pasta \"%1\" não pode ser criada."_s.arg(folder));
+    QString file = u"%1/%2.%3"_s.arg(folder, name, ending);
+    for (int number = 2; QFile::exists(file); ++number)
+        file = u"%1/%2-%3.%4"_s.arg(folder, name, QString::number(number), ending);
+    return file;
+}
+
+/// The codes of a printer of characters: its own group of the settings, else the group for all, else ESC/P.
+PrinterCodes codesOf(const QSettings &settings, const QString &printer)
+{
+    PrinterCodes codes = PrinterCodes::escP();
+    const std::pair<QString, QByteArray *> keys[]{{u"inicio"_s, &codes.reset}, {u"condensado"_s, &codes.condensedOn},
+        {u"fim-condensado"_s, &codes.condensedOff}, {u"negrito"_s, &codes.boldOn}, {u"fim-negrito"_s, &codes.boldOff},
+        {u"pagina"_s, &codes.formFeed}};
+    for (const auto &[key, code] : keys) {
+        for (const QString &group : {u"Codigos"_s, u"Codigos "_s + printer}) {
+            if (const QVariant own = settings.value(group + u'/' + key); own.isValid())
+                *code = QByteArray::fromHex(own.toString().toLatin1());
+        }
+    }
+    return codes;
+}
+
+void setUp(QPrinter &printer, const Report &report)
+{
+    const QSizeF paper = report.pages().paper();
+    const bool across = paper.width() > paper.height();
+    printer.setPageSize(QPageSize(across ? paper.transposed() : paper, QPageSize::Millimeter));
+    printer.setPageOrientation(across ? QPageLayout::Landscape : QPageLayout::Portrait);
+    printer.setDocName(report.title());
+}
+
+} // namespace
+
+StationDesk::StationDesk(QSettings &settings)
+    : m_settings(settings)
+{
+}
+
+QString StationDesk::printerOf(const Report &report) const
+{
+    for (const QString &key : {report.name(), u"padrao"_s}) {
+        const QString printer = m_settings.value(u"Impressoras/"_s + key).toString().trimmed();
+        if (!printer.isEmpty())
+            return printer;
+    }
+    return m_fallback;
+}
+
+void StationDesk::deliver(Report &report, const ReportCall &call)
+{
+    if (call.preview) {
+        preview(report, call.form);
+        return;
+    }
+    if (layOut(report, call.form))
+        emit printed(print(report, printerOf(report)));
+}
+
+void StationDesk::preview(Report &report, QWidget *parent)
+{
+    PreviewWindow window(report, parent ? parent->window() : nullptr);
+    window.setFolder(
+        m_settings.value(folderKey, QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation)).toString(),
+        [this](const QString &folder) { m_settings.setValue(folderKey, folder); });
+    window.setPrinting([this, &report](QWidget *above) { return choosePrinterAndPrint(report, above); });
+    window.run();
+}
+
+/// Tells where it went.
+QString StationDesk::print(Report &report, const QString &printer) const
+{
+    if (printer == filePrinter) {
+        const QString stamp = Clock::now().toString(u"yyyyMMdd-HHmmss"_s);
+        const QString file = freeName(Paths::printsFolder(), report.name() + u'-' + stamp, u"pdf"_s);
+        Pdf::write(report.pages(), file, report.title());
+        return u"%1: %2"_s.arg(report.title(), QDir::toNativeSeparators(file));
+    }
+    if (report.isText()) {
+        Printing::send(report.bytes(codesOf(m_settings, printer)), printer, report.title());
+        return u"%1: enviado para a impressora"_s.arg(report.title());
+    }
+    QPrinter device(QPrinter::HighResolution);
+    device.setPrinterName(Printing::existing(printer));
+    setUp(device, report);
+    Printing::print(report.pages(), device);
+    return u"%1: enviado para a impressora %2"_s.arg(report.title(), device.printerName());
+}
+
+QString StationDesk::choosePrinterAndPrint(Report &report, QWidget *parent)
+{
+    const QString usual = printerOf(report);
+    if (usual == filePrinter || usual.startsWith(u"arquivo:"_s))
+        return print(report, usual);
+    QPrinter device(QPrinter::HighResolution);
+    device.setPrinterName(Printing::existing(usual));
+    setUp(device, report);
+    QPrintDialog dialog(&device, parent);
+    dialog.setMinMax(1, report.pages().count());
+    dialog.setOption(QAbstractPrintDialog::PrintPageRange, !report.isText());
+    if (dialog.exec() != QDialog::Accepted)
+        return {};
+    if (device.printerName() != usual)
+        m_settings.setValue(u"Impressoras/"_s + report.name(), device.printerName());
+    if (report.isText())
+        return print(report, device.printerName());
+    QProgressDialog progress(u"Imprimindo…"_s, u"Cancelar"_s, 0, report.pages().count(), parent);
+    progress.setWindowModality(Qt::ApplicationModal);
+    progress.setMinimumDuration(patience);
+    const bool done = Printing::print(report.pages(), device, [&progress](int page) {
+        progress.setValue(page);
+        return !progress.wasCanceled();
+    });
+    return done ? u"Enviado para a impressora %1"_s.arg(device.printerName()) : u"Impressão cancelada."_s;
+}
+
+FolderDesk::FolderDesk(const QString &folder)
+    : m_folder(folder)
+{
+}
+
+void FolderDesk::deliver(Report &report, const ReportCall &)
+{
+    while (report.step()) { }
+    const QString file = freeName(m_folder, report.name(), u"pdf"_s);
+    Pdf::write(report.pages(), file, report.title());
+    m_files.append(file);
+    if (report.isText())
+        writeBytes(report.bytes(PrinterCodes::escP()), file.chopped(3) + u"prn"_s);
+}
