@@ -77,6 +77,14 @@ public:
     }
 };
 
+/// Whatever keys are held down: the row that the program goes to is no part of what the user selects.
+void selectCurrentRowAlone(const QTableView &view)
+{
+    if (view.selectionMode() == QAbstractItemView::ExtendedSelection)
+        view.selectionModel()->select(
+            view.currentIndex(), QItemSelectionModel::ClearAndSelect | QItemSelectionModel::Rows);
+}
+
 } // namespace
 
 TDBGrid::TDBGrid(QWidget *parent)
@@ -95,7 +103,8 @@ TDBGrid::TDBGrid(QWidget *parent)
     verticalHeader()->hide();
     horizontalHeader()->setHighlightSections(false);
     horizontalHeader()->setSectionsMovable(true);
-    connect(horizontalHeader(), &QHeaderView::sectionClicked, this, &TDBGrid::chooseTitle);
+    connect(horizontalHeader(), &QHeaderView::sectionClicked, this,
+        [this](int column) { GridActions::run(*this, [&] { chooseTitle(column); }); });
     connect(m_model, &QAbstractItemModel::modelReset, this, &TDBGrid::showSorting);
     connect(m_model, &QAbstractItemModel::layoutChanged, this, &TDBGrid::showSorting);
     connect(this, &QTableView::doubleClicked, this, [this](const QModelIndex &index) {
@@ -146,11 +155,11 @@ void TDBGrid::setTotais(const QString &fields)
 void TDBGrid::chooseTitle(int column)
 {
     m_titleField = m_model->fieldName(column);
+    showSorting(); // the header has turned its arrow by itself
     if (isSignalConnected(QMetaMethod::fromSignal(&TDBGrid::titleClicked)))
         emit titleClicked();
     else
         sortBy(m_titleField);
-    showSorting(); // the header has turned its arrow by itself
 }
 
 void TDBGrid::sortBy(const QString &field)
@@ -204,8 +213,10 @@ void TDBGrid::followDataSet()
     m_following = true;
     const int row = dataSet()->row();
     const int column = qMax(0, currentIndex().column());
-    if (row >= 0 && row < m_model->rowCount())
+    if (row >= 0 && row < m_model->rowCount()) {
         setCurrentIndex(m_model->index(m_model->modelRow(row), column));
+        selectCurrentRowAlone(*this);
+    }
     m_following = false;
 }
 
@@ -246,20 +257,22 @@ void TDBGrid::makeRoomForTotals()
 {
     const int line = m_totalsLine->sizeHint().height();
     const int scrolled = verticalScrollBar()->value();
-    for (int width = -1; width != viewport()->width();) { // once more when the scroll bar came or went
-        width = viewport()->width();
-        QTableView::updateGeometries();
-        QMargins margins = viewportMargins();
-        margins.setBottom(line);
-        setViewportMargins(margins);
-        const int rows = m_model->rowCount();
-        const int seen = rows > 0 ? qMin(rows, viewport()->height() / qMax(1, rowHeight(0))) : 0;
-        verticalScrollBar()->setRange(0, rows - seen);
-        verticalScrollBar()->setPageStep(seen);
-        verticalScrollBar()->setValue(scrolled);
-    }
-    const QRect rows = viewport()->geometry();
-    m_totalsLine->setGeometry(rows.left(), rows.bottom() + 1, rows.width(), line);
+    QTableView::updateGeometries();
+    // The range first: a scroll bar that is not needed goes as soon as the margins are set.
+    const int rows = m_model->rowCount();
+    const int room = viewport()->height() - line;
+    const int seen = rows > 0 ? qBound(1, room / qMax(1, rowHeight(0)), rows) : 0;
+    verticalScrollBar()->setRange(0, rows - seen);
+    verticalScrollBar()->setPageStep(seen);
+    QMargins margins = viewportMargins();
+    margins.setBottom(line);
+    setViewportMargins(margins);
+    // The header scrolls to the last row by its own height, also while it is hidden.
+    verticalHeader()->resize(verticalHeader()->width(), viewport()->height());
+    QMetaObject::invokeMethod(verticalHeader(), "updateGeometries");
+    verticalScrollBar()->setValue(scrolled);
+    const QRect place = viewport()->geometry();
+    m_totalsLine->setGeometry(place.left(), place.bottom() + 1, place.width(), line);
 }
 
 void TDBGrid::contextMenuEvent(QContextMenuEvent *event)
@@ -273,8 +286,8 @@ void TDBGrid::focusOutEvent(QFocusEvent *event)
 {
     QTableView::focusOutEvent(event);
     const bool left = event->reason() != Qt::PopupFocusReason && event->reason() != Qt::ActiveWindowFocusReason;
-    if (left && selectionMode() == ExtendedSelection && selectionModel()->selectedRows().size() > 1)
-        selectRow(currentIndex().row());
+    if (left && selectionModel()->selectedRows().size() > 1)
+        selectCurrentRowAlone(*this);
 }
 
 void TDBGrid::hideEvent(QHideEvent *event)

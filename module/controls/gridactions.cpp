@@ -28,16 +28,6 @@ constexpr int mostRows = 100'000; // that anybody sorts or copies by hand
 
 const QString folderKey = QStringLiteral("Pastas/planilhas");
 
-/// An action of the grid's own: what it lets escape is reported as a screen's failure is.
-void run(TDBGrid &grid, const std::function<void()> &action)
-{
-    try {
-        action();
-    } catch (...) {
-        Host::current().showException(grid.window(), std::current_exception());
-    }
-}
-
 QVector<int> columnsFromTheLeft(const TDBGrid &grid)
 {
     QVector<int> columns;
@@ -131,8 +121,8 @@ void addSorting(TDBGrid &grid, QMenu *menu)
         action->setCheckable(true);
         action->setChecked(column == grid.rows()->sortColumn());
         action->setVisible(!titleOf(grid, column).isEmpty());
-        QObject::connect(
-            action, &QAction::triggered, &grid, [&grid, column] { run(grid, [&] { grid.chooseTitle(column); }); });
+        QObject::connect(action, &QAction::triggered, &grid,
+            [&grid, column] { GridActions::run(grid, [&] { grid.chooseTitle(column); }); });
     }
 }
 
@@ -144,6 +134,15 @@ QWidget *GridActions::screenOf(const TDBGrid &grid)
     while (found && !found->inherits("TForm"))
         found = found->parentWidget();
     return found;
+}
+
+void GridActions::run(TDBGrid &grid, const std::function<void()> &action)
+{
+    try {
+        action();
+    } catch (...) {
+        Host::current().showException(grid.window(), std::current_exception());
+    }
 }
 
 bool GridActions::fetchAll(TDBGrid &grid)

@@ -4,6 +4,8 @@
 
 #include <QPoint>
 
+#include <functional>
+
 class QKeyEvent;
 class QWidget;
 class TDBGrid;
@@ -13,6 +15,9 @@ namespace GridActions {
 
 /// The screen that the grid stands in; null outside of one.
 QWidget *screenOf(const TDBGrid &grid);
+
+/// Runs what the user asked of the grid: what it lets escape is reported as a screen's failure is.
+void run(TDBGrid &grid, const std::function<void()> &action);
 
 /// Fetches what a query has left. False, after a message, when that is more than anybody sorts or copies by hand.
 bool fetchAll(TDBGrid &grid);

@@ -28,8 +28,10 @@ GridColumns::GridColumns(TDBGrid *grid)
     , m_grid(grid)
 {
     const auto changed = [this] {
-        if (!m_arranging)
-            m_chosen = m_changed = true;
+        if (m_arranging)
+            return;
+        m_chosen = m_changed = true;
+        m_new.clear();
     };
     connect(grid->horizontalHeader(), &QHeaderView::sectionResized, this, changed);
     connect(grid->horizontalHeader(), &QHeaderView::sectionMoved, this, changed);
@@ -79,21 +81,17 @@ bool GridColumns::applyKept()
         return false;
     const QScopedValueRollback arranging(m_arranging, true);
     QHeaderView *header = m_grid->horizontalHeader();
-    QStringList missing = m_fields;
+    m_new = m_fields;
     int place = 0;
     for (const QString &part : Host::current().settings().value(key()).toString().split(u';', Qt::SkipEmptyParts)) {
         const QString field = part.section(u':', 0, 0);
-        if (!missing.removeOne(field))
+        if (!m_new.removeOne(field))
             continue;
         const int column = int(m_fields.indexOf(field));
         header->moveSection(header->visualIndex(column), place++);
         header->resizeSection(column, qBound(narrowest, part.section(u':', 1).toInt(), widest));
     }
-    if (place == 0)
-        return false;
-    for (const QString &field : missing)
-        header->resizeSection(int(m_fields.indexOf(field)), fittingWidth(int(m_fields.indexOf(field))));
-    return true;
+    return place > 0;
 }
 
 void GridColumns::save()
@@ -122,9 +120,14 @@ void GridColumns::restore()
 void GridColumns::fit()
 {
     const int columns = m_grid->rows()->columnCount();
-    if (m_chosen || !m_grid->dataSet() || columns == 0)
+    if (!m_grid->dataSet() || columns == 0)
         return;
     const QScopedValueRollback arranging(m_arranging, true);
+    if (m_chosen) {
+        for (const QString &field : m_new)
+            m_grid->setColumnWidth(int(m_fields.indexOf(field)), fittingWidth(int(m_fields.indexOf(field))));
+        return;
+    }
     int longest = 0;
     int total = 0;
     for (int column = 0; column < columns; ++column) {

@@ -35,6 +35,7 @@ private:
 
     TDBGrid *m_grid;
     QStringList m_fields; ///< of the columns that were found last
+    QStringList m_new; ///< of those, what the user's choice knows nothing of
     bool m_arranging = false; ///< by the program
     bool m_chosen = false; ///< by the user
     bool m_changed = false; ///< since it was kept
