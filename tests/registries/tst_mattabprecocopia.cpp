@@ -67,7 +67,8 @@ private slots:
     void leavingThePanelCopiesNothing_data();
     void leavingThePanelCopiesNothing();
     void nothingRemainsOfACopyThatFails();
-    void anotherStationThatCopiesIsWaitedForOrTold();
+    void aRegionThatVanishedMeanwhileGetsNoPrices();
+    void twoStationsThatCopyStoreNoPriceTwice();
     void aPriceThatIsThereTwiceIsCopiedOnce();
 };
 
@@ -280,12 +281,12 @@ void TestMatTabPrecoCopia::nothingRemainsOfACopyThatFails()
     QCOMPARE(station.lines(), 7);
 }
 
-void TestMatTabPrecoCopia::anotherStationThatCopiesIsWaitedForOrTold()
+void TestMatTabPrecoCopia::aRegionThatVanishedMeanwhileGetsNoPrices()
 {
     CopyStation station;
     station.openPrices();
     station.typeCopy(u"01"_s, u"02"_s, u"7"_s);
-    // Right before this station locks the region, the other one has taken it away.
+    // Right before this station locks the region, another one takes it away.
     bool taken = false;
     station.tabela.IBDatabase->setObserver([&](const QString &statement) {
         if (statement == u"BEGIN" && !std::exchange(taken, true))
@@ -297,6 +298,33 @@ void TestMatTabPrecoCopia::anotherStationThatCopiesIsWaitedForOrTold()
     station.tabela.IBDatabase->setObserver({});
     QVERIFY(taken);
     QCOMPARE(station.stored(), station.source + station.target);
+}
+
+void TestMatTabPrecoCopia::twoStationsThatCopyStoreNoPriceTwice()
+{
+    CopyStation station;
+    station.openPrices();
+    station.typeCopy(u"01"_s, u"02"_s, u"0"_s);
+    // The other one is through with its copy after this one has begun.
+    bool copied = false;
+    station.tabela.IBDatabase->setObserver([&](const QString &statement) {
+        if (statement != u"BEGIN" || std::exchange(copied, true))
+            return;
+        Save other(station.database.connection());
+        station.database.run(u"UPDATE {REGIAO} SET REGIAO = '02' WHERE REGIAO = '02'"_s);
+        station.insertPrice({.region = u"02"_s, .code = u"M0002"_s, .first = u"100"_s});
+        other.CommitRetaining();
+    });
+    if (Engines::current() == u"postgres"_s)
+        expectInformation(station.answers, PriceStation::caption, u"Preços incluídos: 1. Mantidos como estavam: 2."_s);
+    else
+        expectFailure(station.answers, PriceStation::caption,
+            u"Outra estação alterou estes dados ao mesmo tempo. Nada foi gravado; tente novamente."_s);
+    station.click(u"SbCopiar"_s);
+    station.tabela.IBDatabase->setObserver({});
+    QVERIFY(copied);
+    QCOMPARE(station.database.count(u"TABPRECO"_s, u"REGIAO = '02' AND CODIGO = 'M0002'"_s), 1);
+    QVERIFY(!station.tabela.IBDatabase->inTransaction());
 }
 
 void TestMatTabPrecoCopia::aPriceThatIsThereTwiceIsCopiedOnce()
