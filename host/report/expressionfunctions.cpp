@@ -77,8 +77,8 @@ QString qtMask(const QString &mask)
 
 bool isMomentMask(const QString &mask)
 {
-    static const QRegularExpression pattern(u"^(d{2,4}|m{2,4}|y{2}|y{4}|h{2}|s{2}|[ /:.,-])+$"_s);
-    return pattern.match(mask).hasMatch() && mask.contains(QRegularExpression(u"[a-z]"_s));
+    static const QRegularExpression pattern(u"^(?=.*[a-z])(d{2,4}|m{2,4}|y{2}|y{4}|h{2}|s{2}|[ /:.,-])+$"_s);
+    return pattern.match(mask).hasMatch();
 }
 
 bool isNumberMask(const QString &mask)
@@ -242,17 +242,17 @@ QString shown(const QVariant &value, const QString &mask)
 {
     if (value.isNull())
         return {};
-    const bool forMoments = isMomentMask(mask);
+    const auto forMoments = [&] { return isMomentMask(mask); };
     switch (value.typeId()) {
     case QMetaType::Bool:
         return value.toBool() ? u"Sim"_s : u"Não"_s;
     case QMetaType::QDate:
-        return forMoments ? value.toDate().startOfDay().toString(qtMask(mask)) : Format::date(value.toDate());
+        return forMoments() ? value.toDate().startOfDay().toString(qtMask(mask)) : Format::date(value.toDate());
     case QMetaType::QTime:
-        return forMoments ? value.toTime().toString(qtMask(mask)) : Format::time(value.toTime());
+        return forMoments() ? value.toTime().toString(qtMask(mask)) : Format::time(value.toTime());
     case QMetaType::QDateTime: {
         const QDateTime at = value.toDateTime();
-        if (forMoments)
+        if (forMoments())
             return at.toString(qtMask(mask));
         const QString date = Format::date(at.date());
         return at.time() == QTime(0, 0) ? date : date + u' ' + Format::time(at.time());

@@ -20,8 +20,8 @@ constexpr double millimetresPerInch = 25.4;
 QDataStream &operator<<(QDataStream &stream, const PageItem &item)
 {
     return stream << quint8(item.kind) << item.place << item.text << item.family << item.size << item.bold
-                  << item.italic << qint32(item.alignment.toInt()) << item.colour << item.background << item.thickness
-                  << qint32(item.imageNumber) << item.bars;
+                  << item.italic << qint32(item.alignment.toInt()) << item.colour.rgba() << item.background.isValid()
+                  << item.background.rgba() << item.thickness << qint32(item.imageNumber) << item.bars;
 }
 
 QDataStream &operator>>(QDataStream &stream, PageItem &item)
@@ -29,11 +29,16 @@ QDataStream &operator>>(QDataStream &stream, PageItem &item)
     quint8 kind = 0;
     qint32 alignment = 0;
     qint32 imageNumber = 0;
+    QRgb colour = 0;
+    QRgb background = 0;
+    bool hasBackground = false;
     stream >> kind >> item.place >> item.text >> item.family >> item.size >> item.bold >> item.italic >> alignment
-        >> item.colour >> item.background >> item.thickness >> imageNumber >> item.bars;
+        >> colour >> hasBackground >> background >> item.thickness >> imageNumber >> item.bars;
     item.kind = PageItem::Kind(kind);
     item.alignment = Qt::Alignment::fromInt(alignment);
     item.imageNumber = imageNumber;
+    item.colour = QColor::fromRgba(colour);
+    item.background = hasBackground ? QColor::fromRgba(background) : QColor();
     return stream;
 }
 
@@ -171,6 +176,7 @@ QDataStream &operator>>(QDataStream &stream, Page &page)
     qint32 count = 0;
     stream >> count;
     page.items.clear();
+    page.items.reserve(count);
     for (qint32 i = 0; i < count && stream.status() == QDataStream::Ok; ++i) {
         PageItem item;
         stream >> item;

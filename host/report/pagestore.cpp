@@ -30,21 +30,23 @@ PageStore::PageStore(QSizeF paper)
         throw EQen(u"Não há onde guardar as páginas do relatório."_s, m_file.errorString());
 }
 
-template <typename Content> qint64 PageStore::write(const Content &content)
+template <typename Content> PageStore::Place PageStore::write(const Content &content)
 {
-    const qint64 offset = m_file.size();
-    m_file.seek(offset);
-    QDataStream stream(&m_file);
+    QByteArray bytes;
+    QDataStream stream(&bytes, QIODevice::WriteOnly);
     stream << content;
-    if (stream.status() != QDataStream::Ok || !m_file.flush())
+    const Place place{m_file.size(), bytes.size()};
+    m_file.seek(place.offset);
+    if (m_file.write(bytes) != place.size || !m_file.flush())
         throw EQen(u"As páginas do relatório não cabem no disco."_s, m_file.errorString());
-    return offset;
+    return place;
 }
 
-template <typename Content> Content PageStore::read(qint64 offset) const
+template <typename Content> Content PageStore::read(const Place &place) const
 {
-    m_file.seek(offset);
-    QDataStream stream(&m_file);
+    m_file.seek(place.offset);
+    const QByteArray bytes = m_file.read(place.size);
+    QDataStream stream(bytes);
     Content content;
     stream >> content;
     if (stream.status() != QDataStream::Ok)
@@ -59,12 +61,12 @@ void PageStore::append(const Page &page)
         if (item.kind == PageItem::Kind::Picture)
             item.imageNumber = numberOf(item.image);
     }
-    m_offsets.push_back(write(numbered));
+    m_places.push_back(write(numbered));
 }
 
 Page PageStore::page(int number) const
 {
-    Page page = read<Page>(m_offsets.at(size_t(number)));
+    Page page = read<Page>(m_places.at(size_t(number)));
     for (PageItem &item : page.items) {
         if (item.imageNumber >= 0)
             item.image = image(item.imageNumber);
@@ -77,8 +79,8 @@ int PageStore::numberOf(const QImage &image)
     const auto known = m_imageNumbers.constFind(image.cacheKey());
     if (known != m_imageNumbers.cend())
         return *known;
-    const int number = int(m_imageOffsets.size());
-    m_imageOffsets.push_back(write(image));
+    const int number = int(m_imagePlaces.size());
+    m_imagePlaces.push_back(write(image));
     m_imageNumbers.insert(image.cacheKey(), number);
     return number;
 }
@@ -87,7 +89,7 @@ QImage PageStore::image(int number) const
 {
     if (const QImage *kept = m_images.object(number))
         return *kept;
-    const auto image = read<QImage>(m_imageOffsets.at(size_t(number)));
+    const auto image = read<QImage>(m_imagePlaces.at(size_t(number)));
     m_images.insert(number, new QImage(image), kilobytes(image));
     return image;
 }

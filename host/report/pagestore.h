@@ -19,20 +19,27 @@ public:
     explicit PageStore(QSizeF paper);
 
     QSizeF paper() const { return m_paper; } ///< millimetres
-    int count() const { return int(m_offsets.size()); }
+    int count() const { return int(m_places.size()); }
     void append(const Page &page); ///< throws EQen when the disk is full
     Page page(int number) const; ///< from 0
 
 private:
-    template <typename Content> qint64 write(const Content &content);
-    template <typename Content> Content read(qint64 offset) const;
+    /// In the file.
+    struct Place
+    {
+        qint64 offset;
+        qint64 size;
+    };
+
+    template <typename Content> Place write(const Content &content);
+    template <typename Content> Content read(const Place &place) const;
     int numberOf(const QImage &image);
     QImage image(int number) const;
 
     QSizeF m_paper;
     mutable QTemporaryFile m_file;
-    std::vector<qint64> m_offsets;
-    std::vector<qint64> m_imageOffsets;
+    std::vector<Place> m_places;
+    std::vector<Place> m_imagePlaces;
     QHash<qint64, int> m_imageNumbers; // by the images' keys
     mutable QCache<int, QImage> m_images; // costs are kilobytes
 };
