@@ -11,7 +11,9 @@
 #include "production/ordembaixa.h"
 #include "production/ordembaixabarra.h"
 #include "production/ordemfab.h"
+#include "registries/cadalimentadores.h"
 #include "registries/caddefmalha.h"
+#include "registries/cadraport.h"
 #include "registries/mattabpreco.h"
 #include "reports/relordemfab.h"
 #include "reports/relpend.h"
@@ -21,9 +23,8 @@ namespace {
 Package &package()
 {
     static Package units({&Nfterceiros::unit(), &Ordemfab::unit(), &Relpend::unit(), &Acertomalha::unit(),
-        &Relordemfab::unit(), &Mattabpreco::unit(), &Malfatnf::unit(),
-        &Ordembaixabarra::unit(), &Caddefmalha::unit(), &Ordembaixa::unit(), &Baixaof::unit(),
-        &Mallibfat::unit()});
+        &Relordemfab::unit(), &Mattabpreco::unit(), &Malfatnf::unit(), &Ordembaixabarra::unit(), &Caddefmalha::unit(),
+        &Cadraport::unit(), &Cadalimentadores::unit(), &Ordembaixa::unit(), &Baixaof::unit(), &Mallibfat::unit()});
     return units;
 }
 

@@ -90,6 +90,24 @@ void useBilling(ScreenDriver &billing)
     billing.type(u"EdtFat"_s, u"S"_s);
 }
 
+/// A fabric with stripes, on its third line.
+void useRaport(ScreenDriver &raport)
+{
+    const QString fabric = value(u"SELECT MAX(MATERIAL) FROM {RAPORT} WHERE ORDEM > 5"_s);
+    raport.enter(u"EdtMaterial"_s, fabric);
+    raport.enter(
+        u"EdtCor"_s, value(u"SELECT MAX(COR) FROM {RAPORT} WHERE ORDEM > 5 AND MATERIAL = "_s + Aspas(fabric)));
+    if (auto *lines = raport.screen()->findChild<QTableView *>(u"DBGrid1"_s))
+        lines->setFocus();
+    raport.key(Qt::Key_Down);
+    raport.key(Qt::Key_Down);
+}
+
+void useFeeders(ScreenDriver &feeders)
+{
+    feeders.enter(u"EdtCodMat"_s, value(u"SELECT MAX(CODIGO) FROM {CADRAPORT}"_s));
+}
+
 void useDefects(ScreenDriver &defects)
 {
     defects.type(u"EdtCodRev"_s, worker());
@@ -180,10 +198,10 @@ bool bringIntoUse(QWidget &screen)
 {
     static const QHash<QString, void (*)(ScreenDriver &)> uses{{u"TfmNFTerceiros"_s, useInboundInvoice},
         {u"TfmMalhaOF"_s, useOrder}, {u"TfmAcertoMalharia"_s, useBalance}, {u"TfmMalhaOFBaixaBarra"_s, useWriteOff},
-        {u"TfmCadDefMalha"_s, useDefects},
+        {u"TfmCadDefMalha"_s, useDefects}, {u"TfmCadRaport"_s, useRaport}, {u"TfmCadAlimentador"_s, useFeeders},
         {u"TfmMalLibFat"_s, useRelease}, {u"TfmMatTabPreco"_s, usePrices}, {u"TfmMalFatNF"_s, useBilling},
-        {u"TfmMalhaOFBaixa"_s, useDesk}, {u"TfmBaixaOF"_s, useDeskRoll},
-        {u"TfmRelOrdFab"_s, useOrderSheets}, {u"TfmRelPend"_s, usePending}};
+        {u"TfmMalLibFat"_s, useRelease}, {u"TfmRelOrdFab"_s, useOrderSheets}, {u"TfmRelPend"_s, usePending},
+        {u"TfmMalhaOFBaixa"_s, useDesk}, {u"TfmBaixaOF"_s, useDeskRoll}};
     const auto use = uses.constFind(QString::fromLatin1(screen.metaObject()->className()));
     if (use == uses.constEnd())
         return false;
