@@ -25,6 +25,9 @@ constexpr QStringView explanation = uR"(# Configuração do qen nesta estação.
 # [Pastas]
 # imagens=           imagens dos materiais, <código>.png, .jpg, .jpeg, .bmp ou .svg; vazia: a pasta "imagens" dos dados
 # leiautes=          leiautes próprios de relatórios e etiquetas; vazia: a pasta "leiautes" dos dados
+# planilhas=         a pasta em que uma lista foi exportada por último; o programa a grava aqui
+#
+# [Grades]           Ordem e larguras das colunas das listas; o programa grava aqui o que foi arrastado.
 #
 # [Impressoras]      Nome da impressora como o sistema a conhece; vazia: a impressora padrão do sistema.
 # padrao=            para tudo o que não tem impressora própria
