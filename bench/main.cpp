@@ -4,6 +4,7 @@
 
 #include "bench/filling.h"
 #include "bench/reads.h"
+#include "bench/reports.h"
 #include "bench/sections.h"
 #include "bench/station.h"
 #include "bench/table.h"
@@ -40,6 +41,7 @@ struct Results
 {
     QVector<Comparison> comparisons;
     QVector<Reads> reads;
+    QVector<Memory> memory;
 };
 
 void say(const QString &text)
@@ -77,21 +79,39 @@ void measure(Engine engine, const QString &folder, const Wanted &wanted, Results
     results.reads += countReads(bench);
 }
 
-int run(const QString &folder, const Wanted &wanted)
+void measureAll(const QString &folder, const Wanted &wanted, Results &results)
 {
-    Results results;
+    const bool onlyReports = wanted.only == "reports"_L1;
+    if (wanted.only.isEmpty() || onlyReports) {
+        say(u"reports"_s);
+        results.comparisons += measureReports(wanted.effort);
+        results.memory += measureReportMemory(wanted.effort);
+    }
+    if (onlyReports)
+        return; // they ask no database
     measure(Engine::FirebirdEmbedded, folder, wanted, results);
     if (BenchDatabase::hasPostgres())
         measure(Engine::PostgreSQL, folder, wanted, results);
     else
         say(u"no PostgreSQL: QEN_TEST_POSTGRES is not set, see packaging/test-engines"_s);
+}
+
+int run(const QString &folder, const Wanted &wanted)
+{
+    Results results;
+    measureAll(folder, wanted, results);
     printTable(results.comparisons);
+    if (!results.memory.isEmpty()) {
+        std::puts("");
+        printMemory(results.memory);
+    }
     std::puts("");
     printReads(results.reads);
-    const auto isGood = [](const auto &row) { return row.isGood(); };
-    const bool fast = std::all_of(results.comparisons.begin(), results.comparisons.end(), isGood);
-    const bool frugal = std::all_of(results.reads.begin(), results.reads.end(), isGood);
-    return frugal && (fast || !wanted.judged) ? 0 : 1;
+    const auto allGood = [](const auto &rows) {
+        return std::all_of(rows.begin(), rows.end(), [](const auto &row) { return row.isGood(); });
+    };
+    const bool fast = allGood(results.comparisons) && allGood(results.memory);
+    return allGood(results.reads) && (fast || !wanted.judged) ? 0 : 1;
 }
 
 } // namespace
@@ -106,7 +126,7 @@ int main(int argc, char **argv)
     QCommandLineParser parser;
     parser.addOptions({{u"quick"_s, u"Only show that everything runs: few rows, few runs, no judgement of times."_s},
         {u"runs"_s, u"How often each thing is measured."_s, u"number"_s},
-        {u"only"_s, u"Measure one section: rolls, screens, search or start."_s, u"section"_s}});
+        {u"only"_s, u"Measure one section: reports, rolls, screens, search or start."_s, u"section"_s}});
     parser.addHelpOption();
     parser.process(application);
     try {
