@@ -143,9 +143,12 @@ void TfmBaixaOF::SbConfirmarClick()
         if (agreed && !mayOverproduce())
             return;
     } while (!BaixaOF(roll, agreed));
-    GeraLog(u"BAIXA OF MALHARIA"_s,
-        u"BAIXA DA OF "_s + roll.of + u" PESO "_s + WriteOffRules::logged(roll.kg) + u" NUM.BAIXA: "_s + roll.number,
-        olBaixa, roll.of);
+    run(afterWriting(roll, [&] {
+        GeraLog(u"BAIXA OF MALHARIA"_s,
+            u"BAIXA DA OF "_s + roll.of + u" PESO "_s + WriteOffRules::logged(roll.kg) + u" NUM.BAIXA: "_s
+                + roll.number,
+            olBaixa, roll.of);
+    }));
     close();
 }
 

@@ -19,6 +19,7 @@
 #include "production/writeoffrules.h"
 
 #include <QKeyEvent>
+#include <QRegularExpression>
 
 using namespace Funcoes;
 using namespace Qt::StringLiterals;
@@ -93,12 +94,27 @@ void TfmMalhaOFBaixaBarra::edtOFExit()
         clearOrder();
         return;
     }
+    const QString number = takeScannedRoll();
     const bool found = BuscaOFMalha();
     BuscaBaixasMalha();
+    if (!number.isEmpty())
+        qryBaixas->Locate(u"NUM_BAIXA"_s, {number});
     const QPointer<TfmMalhaOFBaixaBarra> alive(this);
     m_weighing->read(scaleReading);
     if (alive && !found)
         m_weighing->showHint(u"OF não encontrada."_s, true);
+}
+
+/// The barcode of a roll's label holds order and roll, "000012-003": the order stays in its field. Gives the number
+/// of the roll, none for what is an order alone.
+QString TfmMalhaOFBaixaBarra::takeScannedRoll()
+{
+    static const QRegularExpression label(u"^(.+)-(\\d{3,})$"_s);
+    const QRegularExpressionMatch scanned = label.match(orderNumber());
+    if (!scanned.hasMatch())
+        return {};
+    m_ui->edtOF->setText(scanned.captured(1));
+    return scanned.captured(2);
 }
 
 bool TfmMalhaOFBaixaBarra::BuscaOFMalha()
@@ -170,16 +186,23 @@ void TfmMalhaOFBaixaBarra::btnBaixaClick()
     if (!Messages::ask(this, u"Peso da Baixa "_s + Format::number(roll.kg, u"0.00"_s) + u'?', {}, true))
         return;
     BaixaOFMalha(roll);
-    GeraLog(u"BAIXA OF BARRA"_s,
-        u"BAIXA OF MALHARIA NR.: "_s + of + u" QTDE.: "_s + WriteOffRules::logged(roll.kg) + u" NUM.BAIXA: "_s
-            + roll.number,
-        olBaixa, of);
-    reloadOrder();
-    if (BuscaParametro(u"MAL"_s, 50) == u"S"_s)
-        printLabel(of, roll.kg);
+    run(afterWriting(roll, [&] { logRoll(roll); }));
+    run(afterWriting(roll, [&] {
+        reloadOrder();
+        if (BuscaParametro(u"MAL"_s, 50) == u"S"_s)
+            printLabel(roll, false);
+    }));
     LimpaTela();
     m_ui->edtOF->setFocus();
     m_ui->edtOF->selectAll();
+}
+
+void TfmMalhaOFBaixaBarra::logRoll(const Roll &roll)
+{
+    GeraLog(u"BAIXA OF BARRA"_s,
+        u"BAIXA OF MALHARIA NR.: "_s + roll.of + u" QTDE.: "_s + WriteOffRules::logged(roll.kg) + u" NUM.BAIXA: "_s
+            + roll.number,
+        olBaixa, roll.of);
 }
 
 /// Numbers the roll and writes it; ends the confirmation when a value is missing or the order has no room for it.
@@ -293,16 +316,23 @@ void TfmMalhaOFBaixaBarra::BitBtn1Click()
 
 void TfmMalhaOFBaixaBarra::BtnImprimirClick()
 {
-    if (!m_ui->edtMaterial->text().isEmpty())
-        printLabel(orderNumber(), m_ui->EdtPesoRolo->value());
+    if (m_ui->edtMaterial->text().isEmpty())
+        return;
+    Roll weighed;
+    weighed.of = orderNumber();
+    weighed.kg = m_ui->EdtPesoRolo->value();
+    // Nothing on the scale: the label of a roll that has one already.
+    const bool again = weighed.kg <= 0 && !qryBaixas->IsEmpty();
+    printLabel(again ? Roll::in(*qryBaixas) : weighed, again);
 }
 
-void TfmMalhaOFBaixaBarra::printLabel(const QString &of, double kg)
+/// A roll that is not written off yet has a label without a number.
+void TfmMalhaOFBaixaBarra::printLabel(const Roll &roll, bool again)
 {
     TTIQuery header;
-    header.SQL.add(orderStatement(PermanecePonto(kg) + u" AS PESO_BALANCA"_s, of));
+    header.SQL.add(orderStatement(PermanecePonto(roll.kg) + u" AS PESO_BALANCA"_s, roll.of));
     header.Open();
-    RollLabelYarn yarn(of, header.AsString(u"MATERIAL"_s));
+    RollLabelYarn yarn(roll.of, header.AsString(u"MATERIAL"_s));
     const bool graphic = m_ui->RgGrafico->isChecked();
     ReportCall call;
     call.name = graphic ? u"WEtqBarra"_s : u"TEtqBarra"_s;
@@ -310,6 +340,8 @@ void TfmMalhaOFBaixaBarra::printLabel(const QString &of, double kg)
     call.form = this;
     call.dataSets = {{u"QryOF"_s, &header}};
     yarn.addTo(call);
+    call.parameters = {{u"NUM_BAIXA"_s, roll.number}, {u"VIA"_s, again ? u"2ª VIA"_s : QString()}};
+    call.unknownFunction = RollLabelYarn::answer;
     call.preview = false; // a label is printed at once
     Chama_Relatorio(call);
 }

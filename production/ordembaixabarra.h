@@ -39,13 +39,15 @@ protected:
 
 private:
     QString orderNumber() const;
+    QString takeScannedRoll();
     bool BuscaOFMalha();
     void BuscaBaixasMalha();
     void BaixaOFMalha(Roll &roll);
     void LimpaTela();
     void clearOrder();
     void reloadOrder();
-    void printLabel(const QString &of, double kg);
+    void printLabel(const Roll &roll, bool again);
+    void logRoll(const Roll &roll);
 
     std::unique_ptr<Ui::fmMalhaOFBaixaBarra> m_ui;
     TTIQuery *m_order;

@@ -402,5 +402,7 @@ void TfmMalhaOF::print()
     call.name = u"WMalLote"_s;
     call.form = this;
     call.dataSets = {{u"tbOF_Malha"_s, tbOF_Malha}, {u"QryComposicao"_s, &composition}, {u"tbItens"_s, &tbItens}};
+    call.parameters = {{u"NOME_CLIENTE"_s, m_ui->edtDescCliente->text()},
+        {u"DESC_MATERIAL"_s, m_ui->edtDescMaterial->text()}, {u"DESC_MAQUINA"_s, m_ui->edtDescMaquina->text()}};
     Chama_Relatorio(call);
 }

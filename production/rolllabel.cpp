@@ -34,3 +34,10 @@ void RollLabelYarn::addTo(ReportCall &call)
     call.dataSets.append({u"QryComposicao"_s, &m_composition});
     call.dataSets.append({u"QryLotes"_s, &m_lots});
 }
+
+QVariant RollLabelYarn::answer(const QString &function, const QVariantList &arguments)
+{
+    if (function != u"ZEROE"_s || arguments.size() != 2)
+        return {};
+    return arguments[0].toString().trimmed().rightJustified(arguments[1].toInt(), u'0');
+}

@@ -14,6 +14,8 @@ public:
 
     /// Adds "QryComposicao" and "QryLotes"; the rows must outlive the call.
     void addTo(ReportCall &call);
+    /// The function of roll labels that the engine does not know: ZEROE(text;width) fills up with zeros from the left.
+    static QVariant answer(const QString &function, const QVariantList &arguments);
 
 private:
     TTIQuery m_composition;

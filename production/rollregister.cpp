@@ -5,6 +5,7 @@
 
 #include "module/host_services/database.h"
 #include "module/host_services/dataset.h"
+#include "module/host_services/errors.h"
 #include "module/host_services/format.h"
 #include "module/host_services/funcoes.h"
 #include "production/writeoffrules.h"
@@ -19,6 +20,18 @@ Roll Roll::in(const TDataSet &writeOffs)
     roll.number = writeOffs.AsString(u"NUM_BAIXA"_s);
     roll.kg = writeOffs.AsFloat(u"QTDE"_s);
     return roll;
+}
+
+std::function<void()> afterWriting(const Roll &roll, const std::function<void()> &action)
+{
+    return [roll, action] {
+        try {
+            action();
+        } catch (const EQen &error) {
+            throw EQen(
+                u"O rolo %1 da OF %2 está gravado. %3"_s.arg(roll.number, roll.of, error.sentence()), error.details());
+        }
+    };
 }
 
 double OrderBalance::open() const

@@ -6,6 +6,8 @@
 #include <QString>
 #include <QTime>
 
+#include <functional>
+
 class TDataSet;
 class TTIDatabase;
 
@@ -32,6 +34,10 @@ struct OrderBalance
 
     double open() const; ///< to the gram; negative when more was produced than planned
 };
+
+/// What follows a roll that is written, its log line and its label. When that fails the message says that the roll
+/// stands, so that nobody weighs it again.
+std::function<void()> afterWriting(const Roll &roll, const std::function<void()> &action);
 
 /// Writes rolls off against their order and takes them back, for every screen that does so: the register itself and
 /// the finished-fabric stock, while the mill keeps one (parameter "MAL" 10).
