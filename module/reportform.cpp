@@ -180,6 +180,17 @@ void TReportForm::print()
     Chama_Relatorio(call);
 }
 
+void TReportForm::setLastMonth(TDateEdit *from, TDateEdit *to)
+{
+    from->setDate(Clock::today().addMonths(-1));
+    to->setDate(Clock::today());
+}
+
+TField TReportForm::kilograms(const QString &name)
+{
+    return TField(name, TField::Type::Float).shownAs(u",0.000"_s);
+}
+
 void TReportForm::openQuery(TTIQuery *query, const QString &statement)
 {
     query->SQL.clear();

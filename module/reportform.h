@@ -9,6 +9,8 @@
 
 class ReportBar;
 class TClientDataSet;
+class TDateEdit;
+struct TField;
 class TPesquisa;
 class TTIQuery;
 
@@ -47,6 +49,10 @@ protected:
     /// The rows that are shown, on paper; they are read first when none were yet.
     void print();
 
+    /// The month up to today, as most reports open.
+    static void setLastMonth(TDateEdit *from, TDateEdit *to);
+    /// A field for kilograms, shown to the gram.
+    static TField kilograms(const QString &name);
     /// Runs a select. The rows stay as they were when it fails.
     static void openQuery(TTIQuery *query, const QString &statement);
     /// Copies the rows of a select into a work table by the names of the fields, in place of what it held; the table

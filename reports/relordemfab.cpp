@@ -27,11 +27,6 @@ Unit &Relordemfab::unit()
 
 namespace {
 
-TField kilograms(const QString &name)
-{
-    return TField(name, TField::Type::Float).shownAs(u",0.000"_s);
-}
-
 /// The roll sheet; what is measured on a roll is written in by hand.
 QVector<TField> sheetFields()
 {

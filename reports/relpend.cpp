@@ -5,7 +5,6 @@
 
 #include "reports/relpend.h"
 
-#include "module/host_services/clock.h"
 #include "module/host_services/query.h"
 #include "module/look.h"
 #include "module/package.h"
@@ -36,11 +35,9 @@ void TfmRelPend::FormCreate()
     m_ui->setupUi(this);
     Look::addIcons(this);
     AbreTabelas({u"tbEntidade"_s, u"tbNFTerceiros"_s, u"tbMaquina"_s});
-    const auto kg = [](const QString &name) { return TField(name, TField::Type::Float).shownAs(u",0.000"_s); };
-    qryRelatorio->Describe({kg(u"QTDE"_s), kg(u"KG_TOTAL"_s)});
+    qryRelatorio->Describe({kilograms(u"QTDE"_s), kilograms(u"KG_TOTAL"_s)});
     m_ui->DBGrid1->setDataSet(qryRelatorio);
-    m_ui->edtDataIni->setDate(Clock::today().addMonths(-1));
-    m_ui->edtDataFim->setDate(Clock::today());
+    setLastMonth(m_ui->edtDataIni, m_ui->edtDataFim);
 }
 
 void TfmRelPend::edtCodClienteExit()

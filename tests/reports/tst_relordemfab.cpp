@@ -4,6 +4,7 @@
 
 #include "module/host_services/clientdataset.h"
 
+#include <QGroupBox>
 #include <QRadioButton>
 
 using namespace Qt::StringLiterals;
@@ -78,13 +79,13 @@ void TestRelOrdFab::everyControlBearsItsCaption()
     SheetStation station;
     station.openReport();
     QCOMPARE(station.form()->windowTitle(), caption);
-    const QList<std::pair<QString, QString>> texts{{u"lbPeriodo"_s, u"Período de Datas"_s}, {u"lbDe"_s, u"De"_s},
-        {u"lbAte"_s, u"Até"_s}, {u"lbNumero"_s, u"Número"_s}, {u"lbCliente"_s, u"Cliente"_s},
-        {u"rbMatricial"_s, u"Matricial"_s}, {u"rbJatoTinta"_s, u"Jato Tinta/Laser"_s},
-        {u"BtnImprimir"_s, u"Imprimir"_s}};
-    for (const auto &[name, text] : texts)
-        QCOMPARE(station.text(name).remove(u'&'), text);
+    QCOMPARE(station.captions({u"lbPeriodo"_s, u"lbDe"_s, u"lbAte"_s, u"lbNumero"_s, u"lbCliente"_s}),
+        (QStringList{u"Período de Datas"_s, u"De"_s, u"Até"_s, u"Número"_s, u"Cliente"_s}));
+    QCOMPARE(station.child<QGroupBox>(u"rgImpressora"_s)->title(), u"Tipo Impressora"_s);
+    QCOMPARE(
+        station.captions({u"rbMatricial"_s, u"rbJatoTinta"_s}), (QStringList{u"Matricial"_s, u"Jato Tinta/Laser"_s}));
     QCOMPARE(station.text(u"BtnExecutaSQL"_s), u"&Confirmar"_s);
+    QCOMPARE(station.text(u"BtnImprimir"_s), u"Imprimir"_s);
     QCOMPARE(station.text(u"BitBtn5"_s), u"&Fechar"_s);
 }
 
@@ -306,7 +307,7 @@ void TestRelOrdFab::anOrderWithTooManyRollsIsNamed()
     expectFailure(station.answers, caption, u"A OF 000002 daria 10000 etiquetas. Verifique o peso e o KG Rolo."_s);
     station.click(u"BtnExecutaSQL"_s);
     QVERIFY(station.answers.allCame());
-    QVERIFY(!station.host.busyMarker().isBusy());
+    station.checkReady();
     station.enter(u"edtNumero"_s, u"000001"_s);
     QCOMPARE(station.print().rowCounts, (QList<int>{1, 2, 0, 8}));
 }
@@ -315,10 +316,7 @@ void TestRelOrdFab::aWrongClientGetsItsMessageAndItsSearch()
 {
     SheetStation station;
     station.openReport();
-    expectInformation(station.answers, caption, u"Cliente inválido."_s);
-    expectSearchAndTake(station.answers, u"bento"_s, u"Clientes"_s);
-    station.enter(u"edtCliCod"_s, u"77777"_s);
-    QVERIFY(station.answers.allCame());
+    station.checkWrongCode(u"edtCliCod"_s, u"Cliente inválido."_s, u"Clientes"_s, u"bento"_s);
     QCOMPARE(station.text(u"edtCliCod"_s), u"00002"_s);
     QCOMPARE(station.text(u"edtCliNome"_s), u"Malhas São Bento S.A."_s);
 }
@@ -327,10 +325,7 @@ void TestRelOrdFab::nothingFoundIsSaidAndNotPrinted()
 {
     SheetStation station;
     station.openReport();
-    QCOMPARE(station.orders(), QStringList());
-    QCOMPARE(station.told(), u"Nenhum registro encontrado."_s);
-    expectInformation(station.answers, caption, u"Nenhum registro para imprimir."_s);
-    QCOMPARE(station.print().name, QString());
+    station.checkNothingFound();
 }
 
 void TestRelOrdFab::aFailedStatementLeavesTheScreenReady()
@@ -339,15 +334,9 @@ void TestRelOrdFab::aFailedStatementLeavesTheScreenReady()
     station.insertOrder();
     station.database.run(u"DROP TABLE {BAIXA_FIO}"_s); // which is read last
     station.openReport();
+    station.checkRefusedStatement();
     station.expectRefusedStatement();
-    station.click(u"BtnExecutaSQL"_s);
-    QVERIFY(station.answers.allCame());
-    QVERIFY(!station.host.busyMarker().isBusy());
-    QVERIFY(station.child(u"BtnExecutaSQL"_s)->isEnabled());
-    for (const QString &name : {u"gdOrdens"_s, u"gdComposicao"_s, u"gdFios"_s})
-        QVERIFY2(station.grid(name)->dataSet(), qPrintable(name));
-    station.expectRefusedStatement(); // half a sheet is not printed
-    QCOMPARE(station.print().name, QString());
+    QCOMPARE(station.print().name, QString()); // half a sheet is not printed
 }
 
 void TestRelOrdFab::hostileTextFindsNothing()
