@@ -5,6 +5,7 @@
 #include "module/controls/dbgrid.h"
 #include "module/form.h"
 #include "tests/production/deskstation.h"
+#include "tests/support/paper.h"
 #include "tests/support/screenchecks.h"
 
 #include <QAction>
@@ -407,6 +408,7 @@ void tst_ordembaixa::theLabelIsThatOfTheMarkedRoll()
     station.addRoll(u"000012"_s, u"002"_s, 19);
     station.openDesk();
     station.grid()->selectRow(0);
+    const Paper paper(station.host);
     QStringList statements;
     station.tabela.IBDatabase->setObserver([&](const QString &ran) { statements.append(ran); });
     station.grid()->actions().first()->trigger();
@@ -417,6 +419,10 @@ void tst_ordembaixa::theLabelIsThatOfTheMarkedRoll()
     QCOMPARE(reports[0].kind, ReportCall::Kind::Graphic);
     QCOMPARE(reports[0].dataSets, QStringList({u"qryBaixas"_s, u"QryComposicao"_s, u"QryLotes"_s}));
     QCOMPARE(reports[0].rowCounts, QList<int>({1, 2, 1}));
+    const QString label = paper.flatText();
+    for (const QString &shown : {u"000012"_s, u"001"_s, u"20,00 kg"_s, u"0001203"_s, u"L1"_s})
+        QVERIFY2(label.contains(shown), qUtf8Printable(label));
+    QCOMPARE(paper.barcodes(), QStringList(u"CODE-128:000012-001"_s));
 }
 
 void tst_ordembaixa::withoutARollThereIsNoLabel()
