@@ -66,6 +66,21 @@ double left(const PageItem &item, double width)
     return item.place.left();
 }
 
+/// A line that nearly fills its place is spread to the end of it; a short one ends a paragraph.
+void paintJustified(QPainter &painter, QPointF start, const QString &line, const PaperFont &font, double width)
+{
+    constexpr double nearly = 0.75;
+    const double natural = font.width(line);
+    const qsizetype blanks = line.count(u' ');
+    if (blanks == 0 || natural < nearly * width)
+        return painter.drawText(start, line);
+    QFont spread = font.font();
+    spread.setWordSpacing((width - natural) * PaperFont::unitsPerMillimetre / double(blanks));
+    painter.setFont(spread);
+    painter.drawText(start, line);
+    painter.setFont(font.font());
+}
+
 void paintText(QPainter &painter, const PageItem &item, int pageCount)
 {
     const PaperFont &font = PaperFont::of(item.family, item.size, item.bold, item.italic);
@@ -75,11 +90,15 @@ void paintText(QPainter &painter, const PageItem &item, int pageCount)
     if (painter.pen().color() != item.colour)
         painter.setPen(item.colour);
     double baseline = top(item, font.lineHeight() * double(lines.size())) + font.ascent();
-    for (const QString &line : lines) {
+    for (qsizetype i = 0; i < lines.size(); ++i) {
+        const QString &line = lines[i];
         const bool isLeft = !(item.alignment & (Qt::AlignRight | Qt::AlignHCenter));
         const double x = isLeft ? item.place.left() : left(item, font.width(line));
-        if (!line.isEmpty())
-            painter.drawText(QPointF(x, baseline) * PaperFont::unitsPerMillimetre, line);
+        const QPointF start = QPointF(x, baseline) * PaperFont::unitsPerMillimetre;
+        if (item.alignment & Qt::AlignJustify && i + 1 < lines.size())
+            paintJustified(painter, start, line, font, item.place.width());
+        else if (!line.isEmpty())
+            painter.drawText(start, line);
         baseline += font.lineHeight();
     }
 }

@@ -53,6 +53,25 @@ QString evaluated(const TextTemplate &text, const ExpressionScope &scope, bool i
     return line;
 }
 
+/// A number in the place of its mark. Its further digits take blanks away beside it, so that the columns stay.
+void putNumber(QString &line, QChar mark, int number)
+{
+    const QString digits = QString::number(number);
+    for (qsizetype at = line.indexOf(mark); at >= 0; at = line.indexOf(mark)) {
+        line.replace(at, 1, digits);
+        qsizetype end = at + digits.size();
+        for (qsizetype surplus = digits.size() - 1; surplus > 0; --surplus) {
+            const qsizetype before = line.lastIndexOf(u"  "_s, end - digits.size());
+            if (QStringView(line).sliced(end).startsWith(u"  ")) {
+                line.remove(end, 1);
+            } else if (before >= 0) {
+                line.remove(before, 1);
+                --end;
+            }
+        }
+    }
+}
+
 } // namespace
 
 PrinterCodes PrinterCodes::escP()
@@ -122,7 +141,7 @@ void TextReport::Private::put(const BandContent &content, double top)
     page.resize(qMax(page.size(), qsizetype(top) + qsizetype(content.height)));
     qsizetype number = qsizetype(top);
     for (PrinterLine line : band.lines) {
-        line.text.replace(pageMark, QString::number(pageNumber()));
+        putNumber(line.text, pageMark, pageNumber());
         page[number++] = line;
     }
 }
@@ -135,7 +154,7 @@ void TextReport::Private::pageDone()
 QString TextReport::Private::shown(const PrinterLine &line) const
 {
     QString text = line.text;
-    text.replace(pageCountMark, QString::number(pages.size()));
+    putNumber(text, pageCountMark, int(pages.size()));
     if (layout.characters.raw)
         return text;
     const int columns = layout.characters.columns;

@@ -1,10 +1,15 @@
 // SPDX-FileCopyrightText: The qen authors
 // SPDX-License-Identifier: GPL-3.0-or-later
 
+#include "host/report/paperfont.h"
 #include "host/report/pdf.h"
 #include "tests/host/report/testreport.h"
 
 #include <QProcess>
+#include <QScopeGuard>
+
+#include <csignal>
+#include <sys/resource.h>
 
 using namespace Qt::StringLiterals;
 
@@ -56,7 +61,9 @@ private slots:
     void theProgressIsToldPageByPage();
     void cancellingLeavesTheFileThatWasThere();
     void aFolderThatIsNotThereIsSaid();
+    void aFullDiskIsSaidAndLeavesNoFile();
     void thePageIsPaintedAtItsPlaces();
+    void justifiedLinesReachTheEndOfTheirPlace();
 };
 
 void TestPdf::textsAreReadBackAccentsIncluded()
@@ -147,6 +154,28 @@ void TestPdf::aFolderThatIsNotThereIsSaid()
     QVERIFY_EXCEPTION_THROWN(Pdf::write(report->pages(), report->folder() + u"/nenhuma/ordens.pdf"_s, u"OFs"_s), EQen);
 }
 
+void TestPdf::aFullDiskIsSaidAndLeavesNoFile()
+{
+    const auto report = printed(400);
+    const QDir folder(report->folder());
+    const QStringList before = folder.entryList(QDir::Files);
+    rlimit unlimited{};
+    QCOMPARE(getrlimit(RLIMIT_FSIZE, &unlimited), 0);
+    const auto handler = std::signal(SIGXFSZ, SIG_IGN); // the write fails instead
+    const auto restore = qScopeGuard([&] {
+        setrlimit(RLIMIT_FSIZE, &unlimited);
+        std::signal(SIGXFSZ, handler);
+    });
+    const rlimit tight{4096, unlimited.rlim_max};
+    QCOMPARE(setrlimit(RLIMIT_FSIZE, &tight), 0);
+    QVERIFY_EXCEPTION_THROWN(Pdf::write(report->pages(), folder.filePath(u"ordens.pdf"_s), u"OFs"_s), EQen);
+    QCOMPARE(folder.entryList(QDir::Files), before);
+    PageStore store({100, 100});
+    Page page;
+    page.items.resize(200);
+    QVERIFY_EXCEPTION_THROWN(store.append(page), EQen);
+}
+
 void TestPdf::thePageIsPaintedAtItsPlaces()
 {
     const auto report = printed(3);
@@ -164,6 +193,31 @@ void TestPdf::thePageIsPaintedAtItsPlaces()
     QVERIFY(!isBlank(report->item(0, u"1.000,25"_s).place));
     QVERIFY(isBlank({15, 60, 180, 200}));
     QVERIFY(image.pixelColor(QPoint(int(100 * dots), int(25 * dots))).lightness() < 150);
+}
+
+void TestPdf::justifiedLinesReachTheEndOfTheirPlace()
+{
+    PageItem item;
+    item.place = {10, 10, 40, 10};
+    item.text = u"linha que quase cabe\nfim dela"_s;
+    const double width = PaperFont::of({}, item.size, false, false).width(u"linha que quase cabe");
+    item.place.setWidth(width + 4);
+    constexpr double resolution = 254; // ten dots per millimetre
+    const auto lastDot = [&](Qt::Alignment alignment, int top, int bottom) {
+        item.alignment = alignment;
+        const QImage image = PagePainter::image({{item}}, {80, 40}, 1, resolution);
+        for (int x = image.width() - 1; x >= 0; --x) {
+            for (int y = top; y < bottom; ++y) {
+                if (image.pixelColor(x, y).lightness() < 128)
+                    return x;
+            }
+        }
+        return -1;
+    };
+    const int end = int(item.place.right() * 10);
+    QVERIFY(qAbs(lastDot(Qt::AlignJustify, 100, 135) - end) < 8);
+    QVERIFY(lastDot(Qt::AlignLeft, 100, 135) < end - 30);
+    QCOMPARE(lastDot(Qt::AlignJustify, 140, 172), lastDot(Qt::AlignLeft, 140, 172));
 }
 
 QTEST_MAIN(TestPdf)

@@ -43,6 +43,7 @@ class TestTextReport : public QObject
 private slots:
     void headerAndFooterStandOnFixedLines();
     void headersAreRepeatedAndBlocksKeptTogether();
+    void numbersOfManyDigitsKeepTheColumns();
     void pagesEndInAFormFeed();
     void pagesAreFilledWithEmptyLinesWhereThePrinterWantsIt();
     void boldAndCondensedAreThePrintersCodes();
@@ -78,6 +79,20 @@ void TestTextReport::headersAreRepeatedAndBlocksKeptTogether()
     QCOMPARE(pages[1].split(u'\n').mid(5, 2), (QStringList{u"[C]"_s, u"- C"_s}));
     QVERIFY(pages[2].startsWith(u"[C]\n- C"_s));
     QCOMPARE(pages[2].count(u"- C"_s), 8);
+}
+
+void TestTextReport::numbersOfManyDigitsKeepTheColumns()
+{
+    const QString foot = u"<page-footer><line>{PADLEFT('Folha ' &amp; PAGE() &amp; '/' &amp; PAGES();20)}</line>"
+                         "<line>de {PAD(PAGES();6)}fim</line></page-footer>"_s;
+    Sheet report(
+        QString(detail).replace(u"<line>"_s, u"<line>{PADLEFT(PAGE();20)}</line><line>"_s) + foot, numbers(44));
+    const QStringList pages = report.layOutText().pages();
+    QCOMPARE(pages.size(), 11);
+    const QStringList lines = pages[10].split(u'\n');
+    QCOMPARE(lines[0], u"                  11"_s);
+    QCOMPARE(lines[8], u"         Folha 11/11"_s);
+    QCOMPARE(lines[9], u"de 11    fim"_s);
 }
 
 void TestTextReport::pagesEndInAFormFeed()
