@@ -18,9 +18,10 @@ void DataSetModel::setDataSet(TDataSet *dataSet)
     beginResetModel();
     if (m_dataSet)
         m_dataSet->disconnect(this);
+    // One that is taken away leaves its titles, and with them the widths that the user gave the columns.
+    const bool takenAway = m_dataSet && !dataSet;
     m_dataSet = dataSet;
-    // Without one the titles remain, and with them the widths that the user gave their columns.
-    if (dataSet)
+    if (!takenAway)
         findColumns();
     sortRows();
     endResetModel();
