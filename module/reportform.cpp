@@ -130,6 +130,7 @@ void TReportForm::BitBtn5Click()
 void TReportForm::consult()
 {
     refuseUnreadableDates();
+    checkFilters();
     m_consulted = false;
     m_inventoryRows.reset();
     bar()->tell({});

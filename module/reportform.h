@@ -31,6 +31,8 @@ public:
     Q_INVOKABLE void BitBtn5Click();
 
 protected:
+    /// Refuses filters that nothing can be asked with: their message, then EAbort. Dates have been looked at already.
+    virtual void checkFilters() { }
     /// Runs the statements and fills the data sets that grids and paper read.
     virtual void BuscaDados() = 0;
     /// The data set whose rows are the result.
