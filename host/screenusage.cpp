@@ -200,8 +200,8 @@ bool bringIntoUse(QWidget &screen)
         {u"TfmMalhaOF"_s, useOrder}, {u"TfmAcertoMalharia"_s, useBalance}, {u"TfmMalhaOFBaixaBarra"_s, useWriteOff},
         {u"TfmCadDefMalha"_s, useDefects}, {u"TfmCadRaport"_s, useRaport}, {u"TfmCadAlimentador"_s, useFeeders},
         {u"TfmMalLibFat"_s, useRelease}, {u"TfmMatTabPreco"_s, usePrices}, {u"TfmMalFatNF"_s, useBilling},
-        {u"TfmMalLibFat"_s, useRelease}, {u"TfmRelOrdFab"_s, useOrderSheets}, {u"TfmRelPend"_s, usePending},
-        {u"TfmMalhaOFBaixa"_s, useDesk}, {u"TfmBaixaOF"_s, useDeskRoll}};
+        {u"TfmRelOrdFab"_s, useOrderSheets}, {u"TfmRelPend"_s, usePending}, {u"TfmMalhaOFBaixa"_s, useDesk},
+        {u"TfmBaixaOF"_s, useDeskRoll}};
     const auto use = uses.constFind(QString::fromLatin1(screen.metaObject()->className()));
     if (use == uses.constEnd())
         return false;

@@ -17,6 +17,7 @@
 #include "module/package.h"
 
 #include <QMenu>
+#include <QScopedValueRollback>
 #include <QSplitter>
 
 using namespace Funcoes;
@@ -115,6 +116,13 @@ QString TfmCadRaport::listOfColours(const QString &material) const
         + Aspas(material) + u" GROUP BY CADCOR.DESCRICAO) AS COR_MAT WHERE 1=1"_s;
 }
 
+void TfmCadRaport::EdtMaterialChange()
+{
+    describe(m_ui->PqMaterial);
+    const QString material = pair().material;
+    m_ui->Image->setFile(material.isEmpty() ? QString() : BuscaArquivo(material, {}, tpImagemMaterial));
+}
+
 void TfmCadRaport::EdtMaterialExit()
 {
     const Pair now = pair();
@@ -142,6 +150,7 @@ void TfmCadRaport::LimpaGrades()
     for (TCurrencyEdit *field : technicalFields())
         field->setValue(0);
     m_ui->EdtObs->clear();
+    m_ui->gbRaport->setTitle(u"Composição Raport"_s);
     showLines();
 }
 
@@ -150,6 +159,7 @@ void TfmCadRaport::LimpaTela()
     LimpaGrades();
     m_ui->EdtMaterial->clear();
     m_ui->EdtCor->clear();
+    m_ui->PqCor->setSQL({});
     m_loaded = {};
     m_loadedState = state();
 }
@@ -180,9 +190,8 @@ QString TfmCadRaport::BuscaCompRaport(const QString &material, const QString &co
         + Aspas(material) + u" AND RAPORT.COR = "_s + Aspas(colour) + u" ORDER BY RAPORT.ORDEM DESC"_s);
     lines.Open();
     const QString note = lines.AsString(u"OBSERVACAO"_s);
-    m_loading = true;
     // The last line comes first, and each goes before the one that came before it.
-    for (; !lines.Eof(); lines.Next()) {
+    for (const QScopedValueRollback loading(m_loading, true); !lines.Eof(); lines.Next()) {
         TbDados->Insert();
         TbDados->setValue(u"Ordem"_s, lines.value(u"ORDEM"_s));
         TbDados->setValue(u"CodigoFio"_s, lines.value(u"CODIGO"_s));
@@ -196,11 +205,11 @@ QString TfmCadRaport::BuscaCompRaport(const QString &material, const QString &co
         TbDados->setValue(u"Desperdicio"_s, lines.value(u"DESPERDICIO"_s));
         TbDados->Post();
     }
-    m_loading = false;
     showLines();
     return note;
 }
 
+/// A line stands once, also where several stitch lengths have as many feeders as it has.
 void TfmCadRaport::openComposition(TTIQuery &composition, const QString &colour) const
 {
     composition.SQL.add(DBLocal_SQL(uR"(
@@ -211,7 +220,8 @@ void TfmCadRaport::openComposition(TTIQuery &composition, const QString &colour)
         FROM {COMP_MATERIAL} COMP_MAT
         LEFT JOIN {MATERIAL} MATERIAL ON (COMP_MAT.CODIGO = MATERIAL.CODIGO)
         LEFT JOIN {CADCOR} CADCOR ON (COMP_MAT.COR_I = CADCOR.COR)
-        LEFT JOIN {CADRAPORT} CADRAPORT
+        LEFT JOIN (SELECT CODIGO, ALIMENTADORES, MIN(MILIMETROS) AS MILIMETROS
+                   FROM {CADRAPORT} GROUP BY CODIGO, ALIMENTADORES) CADRAPORT
                ON (COMP_MAT.MATERIAL = CADRAPORT.CODIGO AND COMP_MAT.ROCA = CADRAPORT.ALIMENTADORES)
         WHERE COMP_MAT.MATERIAL = )"_s)
         + Aspas(pair().material) + u" AND COMP_MAT.COR = "_s + Aspas(colour) + u" ORDER BY COMP_MAT.ORDEM DESC"_s);
@@ -326,6 +336,7 @@ void TfmCadRaport::BitBtn5Click()
     ReportCall call;
     call.name = u"WMalRaport"_s;
     call.form = this;
+    const int line = TbDados->row();
     call.dataSets = {{u"QryRaport"_s, &header}, {u"TbDados"_s, TbDados}};
     // What is on the screen: the observation there may stand for other colours too, or not be saved yet.
     call.parameters = {{u"MATERIAL"_s, pair().material}, {u"DESC_MATERIAL"_s, m_ui->EdtDescMaterial->text()},
@@ -333,6 +344,7 @@ void TfmCadRaport::BitBtn5Click()
         {u"OBSERVACAO"_s, m_ui->EdtObs->toPlainText()}, {u"ALIMENTADORES"_s, int(m_ui->EdtAlimentadores->value())},
         {u"DESENHO"_s, m_ui->Desenho->grab().toImage()}};
     Chama_Relatorio(call);
+    TbDados->setRow(line);
 }
 
 void TfmCadRaport::BitBtn6Click()

@@ -3,6 +3,7 @@
 #pragma once
 
 #include "module/form.h"
+#include "registries/combinedcomposition.h"
 
 #include <QColor>
 #include <QHash>
@@ -27,6 +28,7 @@ public:
     TfmCadRaport();
     ~TfmCadRaport() override;
 
+    Q_INVOKABLE void EdtMaterialChange();
     Q_INVOKABLE void EdtMaterialExit();
     Q_INVOKABLE void EdtCorExit();
     Q_INVOKABLE void BitBtn1Click();
@@ -96,6 +98,8 @@ private:
     void ExcluiDados();
     void GravaDados();
     void ProcessaComposicaoCombinada(const QString &material);
+    QVector<CombinedComposition::Share> genericShares(const QString &material) const;
+    QVector<CombinedComposition::RaportLine> raportLines() const;
     QString listOfColours(const QString &material) const;
     /// False, with a message, when the header does not say whose rapport it is.
     bool requirePair();

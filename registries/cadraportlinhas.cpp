@@ -12,9 +12,9 @@
 #include "module/host_services/funcoes.h"
 #include "module/host_services/query.h"
 #include "module/messages.h"
-#include "registries/combinedcomposition.h"
 
 #include <QKeyEvent>
+#include <QScopedValueRollback>
 
 using namespace Funcoes;
 using namespace Qt::StringLiterals;
@@ -147,15 +147,16 @@ void TfmCadRaport::refreshFeeders()
 {
     const bool unchanged = !isChanged();
     const int current = TbDados->row();
-    m_loading = true;
-    for (int row = 0; row < TbDados->rowCount(); ++row) {
-        TbDados->setRow(row);
-        TbDados->Edit();
-        TbDados->setValue(u"Alimentadores"_s, feedersOf(TbDados->value(u"Milimetros"_s)));
-        TbDados->Post();
+    {
+        const QScopedValueRollback loading(m_loading, true);
+        for (int row = 0; row < TbDados->rowCount(); ++row) {
+            TbDados->setRow(row);
+            TbDados->Edit();
+            TbDados->setValue(u"Alimentadores"_s, feedersOf(TbDados->value(u"Milimetros"_s)));
+            TbDados->Post();
+        }
+        TbDados->setRow(current);
     }
-    TbDados->setRow(current);
-    m_loading = false;
     showLines();
     if (unchanged)
         m_loadedState = state(); // feeders are not part of what is saved
@@ -311,31 +312,44 @@ void TfmCadRaport::PqCombinadaFechaPesquisa()
         ProcessaComposicaoCombinada(material);
 }
 
-void TfmCadRaport::ProcessaComposicaoCombinada(const QString &material)
+/// The shares of a material's yarns whatever their colour.
+QVector<CombinedComposition::Share> TfmCadRaport::genericShares(const QString &material) const
 {
-    using namespace CombinedComposition;
-    const auto [fabric, colour] = pair();
-    const QString table = DBLocal(u"COMP_MATERIAL"_s);
     TTIQuery generic;
-    generic.SQL.add(u"SELECT COMP_MATERIAL.CODIGO, COMP_MATERIAL.PERC FROM "_s + table
-        + u" COMP_MATERIAL WHERE MATERIAL = "_s + Aspas(material) + u" AND COR = "_s + Aspas(u"0"_s)
-        + u" AND COR_I = "_s + Aspas(u"*****"_s) + u" ORDER BY ORDEM"_s);
-    QVector<Share> source;
+    generic.SQL.add(DBLocal_SQL(uR"(
+        SELECT COMP_MATERIAL.CODIGO, COMP_MATERIAL.PERC FROM {COMP_MATERIAL} COMP_MATERIAL
+        WHERE MATERIAL = )"_s)
+        + Aspas(material) + u" AND COR = "_s + Aspas(u"0"_s) + u" AND COR_I = "_s + Aspas(u"*****"_s)
+        + u" ORDER BY ORDEM"_s);
+    QVector<CombinedComposition::Share> shares;
     for (generic.Open(); !generic.Eof(); generic.Next())
-        source.append({generic.AsString(u"CODIGO"_s), generic.AsFloat(u"PERC"_s)});
-    if (source.isEmpty()) {
-        refuse(u"Composição inválida para o material %1.\nImpossível continuar."_s.arg(material));
-        return;
-    }
-    QVector<RaportLine> lines;
+        shares.append({generic.AsString(u"CODIGO"_s), generic.AsFloat(u"PERC"_s)});
+    return shares;
+}
+
+QVector<CombinedComposition::RaportLine> TfmCadRaport::raportLines() const
+{
+    QVector<CombinedComposition::RaportLine> lines;
     for (const QVector<QVariant> &line : TbDados->allRows()) {
         lines.append({line[TbDados->fieldIndex(u"CodigoFio"_s)].toString(),
             line[TbDados->fieldIndex(u"Cor"_s)].toString(), line[TbDados->fieldIndex(u"Milimetros"_s)].toDouble()});
     }
+    return lines;
+}
+
+void TfmCadRaport::ProcessaComposicaoCombinada(const QString &material)
+{
+    const QVector<CombinedComposition::Share> source = genericShares(material);
+    if (source.isEmpty()) {
+        refuse(u"Composição inválida para o material %1.\nImpossível continuar."_s.arg(material));
+        return;
+    }
+    const auto [fabric, colour] = pair();
+    const QString table = DBLocal(u"COMP_MATERIAL"_s);
     Save save(database());
     const int highest =
         database().value(u"SELECT MAX(ORDEM) ORDEM FROM "_s + table + u" WHERE MATERIAL = "_s + Aspas(fabric)).toInt();
-    for (const Line &line : combine(source, lines, highest)) {
+    for (const CombinedComposition::Line &line : CombinedComposition::combine(source, raportLines(), highest)) {
         database().run(u"INSERT INTO "_s + table + u" (MATERIAL, CODIGO, ORDEM, PERC, COR, COR_I) VALUES ("_s
             + QStringList{Aspas(fabric), Aspas(line.yarn), QString::number(line.order), PermanecePonto(line.percent),
                 Aspas(colour), Aspas(line.colour)}

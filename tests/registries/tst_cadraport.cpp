@@ -3,7 +3,9 @@
 
 #include "tests/registries/raportstation.h"
 
+#include <QLabel>
 #include <QTabWidget>
+#include <QTemporaryDir>
 
 using namespace Qt::StringLiterals;
 using namespace ScreenChecks;
@@ -37,6 +39,7 @@ private slots:
     void passingTheColourAgainKeepsWhatWasTyped();
     void anotherFabricLoadsItsOwnLines();
     void coloursAreThoseOfTheFabricsStock();
+    void theFabricsPictureIsShown();
 
     void closingWithUnsavedLinesAsks();
     void closingWithoutChangesDoesNotAsk();
@@ -95,6 +98,9 @@ void TestCadRaport::loadsTheLinesInTheirOrder()
 void TestCadRaport::showsTheCompositionAndTheTechnicalData()
 {
     RaportStation station;
+    // Two stitch lengths with the feeders of the composition make no second line of it.
+    station.feeders(u"M0001"_s, 29, 48);
+    station.feeders(u"M0001"_s, 30, 48);
     station.openRaport();
     station.load();
     QCOMPARE(station.shown({}, u"DBGrid2"_s),
@@ -377,6 +383,23 @@ void TestCadRaport::coloursAreThoseOfTheFabricsStock()
     station.key(Qt::Key_F4);
     QCOMPARE(station.text(u"EdtCor"_s), u"000002"_s);
     QCOMPARE(station.text(u"EdtDescCor"_s), u"Azul-marinho"_s);
+}
+
+void TestCadRaport::theFabricsPictureIsShown()
+{
+    RaportStation station;
+    const QTemporaryDir folder;
+    QImage picture(8, 8, QImage::Format_RGB32);
+    picture.fill(Qt::red);
+    QVERIFY(picture.save(folder.filePath(u"m0001.png"_s)));
+    station.host.settings().setValue(u"Pastas/imagens"_s, folder.path());
+    station.openRaport();
+    const auto *shown = station.child<QLabel>(u"Image"_s);
+    QVERIFY(shown->pixmap().isNull());
+    station.type(u"EdtMaterial"_s, u"M0001"_s);
+    QVERIFY(!shown->pixmap().isNull());
+    station.type(u"EdtMaterial"_s, u"M0002"_s);
+    QVERIFY(shown->pixmap().isNull());
 }
 
 void TestCadRaport::closingWithUnsavedLinesAsks()

@@ -4,6 +4,7 @@
 #include "tests/registries/raportstation.h"
 
 #include <QAction>
+#include <QGroupBox>
 #include <QTabWidget>
 
 using namespace Qt::StringLiterals;
@@ -82,8 +83,11 @@ void TestCadRaportComposicao::anotherColoursRapportIsSavedUnderTheEditedOne()
         (QStringList{u"FIO30CO|000001|10|16"_s, u"FIO30CO|000002|5|8"_s, u"FIO30CO|000001|15|24"_s}));
     QCOMPARE(station.shown(u"CodigoFio;Percentual"_s, u"DBGrid2"_s).size(), 2);
     QCOMPARE(station.text(u"EdtObs"_s), u"Nota"_s);
+    const auto *lines = station.child<QGroupBox>(u"gbRaport"_s);
+    QCOMPARE(lines->title(), u"Composição Raport (cópia da cor 000001 Cru)"_s);
     const QStringList source = station.stored();
     station.click(u"BitBtn1"_s);
+    QCOMPARE(lines->title(), u"Composição Raport"_s);
     QCOMPARE(station.stored(u"M0001"_s, u"000002"_s), source);
     QCOMPARE(station.stored(), source);
 }
