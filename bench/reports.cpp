@@ -116,7 +116,7 @@ QVector<BarePage> bareTexts(const PageStore &store)
         for (const PageItem &item : items) {
             if (item.kind != PageItem::Kind::Text)
                 continue;
-            const PaperFont &font = PaperFont::of(item.family, item.size, item.bold, item.italic);
+            const PaperFont &font = PaperFont::of(item);
             const QString text = item.shownText(store.count());
             const bool isRight = item.alignment & Qt::AlignRight;
             const double x = isRight ? item.place.right() - font.width(text) : item.place.left();

@@ -32,11 +32,6 @@ QString printable(QString text)
     return text;
 }
 
-const PaperFont &fontOf(const PageItem &item)
-{
-    return PaperFont::of(item.family, item.size, item.bold, item.italic);
-}
-
 PageItem styled(const Layout::TextStyle &style, const QRectF &place)
 {
     PageItem item;
@@ -53,14 +48,14 @@ PageItem styled(const Layout::TextStyle &style, const QRectF &place)
 
 qsizetype linesWithin(const PageItem &item)
 {
-    const double lines = item.place.height() / fontOf(item).lineHeight() + cutOfALine;
+    const double lines = item.place.height() / PaperFont::of(item).lineHeight() + cutOfALine;
     return qMax<qsizetype>(1, qsizetype(std::floor(lines)));
 }
 
 /// What the place can show; an ellipsis says where something is missing.
 QString confined(const PageItem &item, const QString &text, bool wraps)
 {
-    const PaperFont &font = fontOf(item);
+    const PaperFont &font = PaperFont::of(item);
     const double width = item.place.width();
     QStringList lines = wraps ? font.broken(text, width) : text.split(u'\n');
     const qsizetype visible = linesWithin(item);
@@ -120,7 +115,7 @@ void grow(GraphicBand &band)
     QHash<const GraphicBand::Piece *, double> heights;
     for (const GraphicBand::Piece *text : texts) {
         const PageItem &item = text->item;
-        heights[text] = fontOf(item).lineHeight() * double(item.text.count(u'\n') + 1);
+        heights[text] = PaperFont::of(item).lineHeight() * double(item.text.count(u'\n') + 1);
         const double growth = heights[text] - item.place.height();
         growths.append({item.place.bottom(), pushedDown(item.place.top(), growths) + growth});
     }
@@ -187,7 +182,7 @@ void GraphicBands::addText(GraphicBand &band, const Layout::Item &item, const Ex
     if (whole.isEmpty() && !text.background.isValid())
         return;
     const bool mayGrow = grows && item.grows;
-    text.text = mayGrow ? fontOf(text).broken(whole, text.place.width()).join(u'\n')
+    text.text = mayGrow ? PaperFont::of(text).broken(whole, text.place.width()).join(u'\n')
                         : confined(text, whole, item.wraps || item.grows);
     const bool grew = mayGrow && text.text.count(u'\n') + 1 > linesWithin(text);
     band.pieces.append({text, false, grew});
@@ -215,9 +210,9 @@ void GraphicBands::addBarcode(GraphicBand &band, const Layout::Item &item, const
         PageItem text = bars;
         text.kind = PageItem::Kind::Text;
         text.alignment = Qt::AlignHCenter | Qt::AlignBottom;
-        text.place.setTop(text.place.bottom() - fontOf(text).lineHeight());
+        text.place.setTop(text.place.bottom() - PaperFont::of(text).lineHeight());
         bars.place.setBottom(text.place.top());
-        text.text = fontOf(text).elided(value, text.place.width());
+        text.text = PaperFont::of(text).elided(value, text.place.width());
         band.pieces.append({text, false, false});
     }
     try {

@@ -13,11 +13,6 @@ namespace {
 constexpr double tolerance = 1e-6; // millimetres
 constexpr qsizetype fewestLines = 2; // of a text on either side of a page break
 
-const PaperFont &fontOf(const PageItem &item)
-{
-    return PaperFont::of(item.family, item.size, item.bold, item.italic);
-}
-
 /// Where a page ends within a band.
 class Cut
 {
@@ -55,7 +50,7 @@ Cut::Cut(const GraphicBand &band, double height, bool must)
         if (isTorn && !must)
             m_isPossible = false;
         cutsText |= piece.grew;
-        m_at = qMin(m_at, item.place.top() + (piece.grew ? double(above) * fontOf(item).lineHeight() : 0));
+        m_at = qMin(m_at, item.place.top() + (piece.grew ? double(above) * PaperFont::of(item).lineHeight() : 0));
     }
     m_isPossible &= must || cutsText;
 }
@@ -68,12 +63,12 @@ bool Cut::isCut(const GraphicBand::Piece &piece) const
 
 qsizetype Cut::linesAbove(const PageItem &item) const
 {
-    return qsizetype(std::floor((m_height - item.place.top()) / fontOf(item).lineHeight() + tolerance));
+    return qsizetype(std::floor((m_height - item.place.top()) / PaperFont::of(item).lineHeight() + tolerance));
 }
 
 PageItem Cut::lines(const PageItem &text, qsizetype from, qsizetype count) const
 {
-    const double lineHeight = fontOf(text).lineHeight();
+    const double lineHeight = PaperFont::of(text).lineHeight();
     const QStringList part = text.text.split(u'\n').mid(from, count);
     PageItem item = text;
     item.text = part.join(u'\n');

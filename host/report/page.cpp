@@ -83,7 +83,7 @@ void paintJustified(QPainter &painter, QPointF start, const QString &line, const
 
 void paintText(QPainter &painter, const PageItem &item, int pageCount)
 {
-    const PaperFont &font = PaperFont::of(item.family, item.size, item.bold, item.italic);
+    const PaperFont &font = PaperFont::of(item);
     const QStringList lines = item.shownText(pageCount).split(u'\n');
     if (painter.font() != font.font())
         painter.setFont(font.font());

@@ -66,6 +66,11 @@ const PaperFont &PaperFont::of(const QString &family, double size, bool bold, bo
     return *font;
 }
 
+const PaperFont &PaperFont::of(const PageItem &item)
+{
+    return of(item.family, item.size, item.bold, item.italic);
+}
+
 PaperFont::PaperFont(const QString &family, double size, bool bold, bool italic)
     : m_font(fontOf(family, size, bold, italic))
     , m_metrics(m_font)

@@ -9,6 +9,8 @@
 
 #include <array>
 
+struct PageItem;
+
 /// A font as it is on paper. Texts are measured at one fine resolution whatever they are painted on, so that preview,
 /// printer and PDF break lines at the same places. For the thread of the windows alone.
 class PaperFont
@@ -21,6 +23,7 @@ public:
     /// Lives as long as the program. An empty family is Liberation Sans; characters that a family lacks come from
     /// DejaVu Sans. Size in points.
     static const PaperFont &of(const QString &family, double size, bool bold, bool italic);
+    static const PaperFont &of(const PageItem &item);
 
     const QFont &font() const { return m_font; } ///< for a painter of unitsPerInch
     double lineHeight() const { return m_lineHeight; } ///< millimetres, as all that follow
