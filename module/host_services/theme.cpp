@@ -57,6 +57,7 @@ public:
     }
 };
 
+// The arrow of a sorted column is given its width, or it would cover the titles of figures.
 // Combo and spin boxes are left to Fusion: a rule for their border would take away their arrows.
 constexpr QStringView styleSheet = uR"(
 QLineEdit, QPlainTextEdit, QTextEdit {
@@ -76,6 +77,9 @@ QToolButton { padding: 4px; }
 QHeaderView::section {
     background: #e6e4df; border: none; border-right: 1px solid #d3d0ca; border-bottom: 1px solid #c7c3bc;
     padding: 4px 6px;
+}
+QHeaderView::up-arrow, QHeaderView::down-arrow {
+    subcontrol-origin: border; subcontrol-position: center right; right: 3px; width: 13px; height: 9px;
 }
 QTableView { gridline-color: #e3e1dc; border: 1px solid #c7c3bc; qproperty-alternatingRowColors: true; }
 QCalendarWidget QTableView { border: none; qproperty-alternatingRowColors: false; }
