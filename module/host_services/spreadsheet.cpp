@@ -69,8 +69,6 @@ void open(QSaveFile &file)
         cannotWrite(file.fileName(), file.errorString());
 }
 
-// ---- CSV
-
 /// All decimals that the figure has, and at least those of its mask.
 QString plainNumber(const TField &field, double value)
 {
@@ -106,8 +104,6 @@ QString csvCell(const TField &field, const QVariant &value)
         return csvText(textOf(field, value));
     return field.text(value);
 }
-
-// ---- XLSX
 
 /// The library writes figures by the locale of the thread, and a comma in them makes an unreadable file.
 class PointInFigures
