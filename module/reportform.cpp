@@ -181,6 +181,12 @@ void TReportForm::print()
     Chama_Relatorio(call);
 }
 
+void TReportForm::rowsRearranged()
+{
+    if (m_consulted)
+        bar()->tell(outcome(result()));
+}
+
 void TReportForm::setLastMonth(TDateEdit *from, TDateEdit *to)
 {
     from->setDate(Clock::today().addMonths(-1));

@@ -51,6 +51,9 @@ protected:
     /// The rows that are shown, on paper; they are read first when none were yet.
     void print();
 
+    /// The rows of the last consultation are shown otherwise, such as grouped anew: tells how many they are now.
+    void rowsRearranged();
+
     /// The month up to today, as most reports open.
     static void setLastMonth(TDateEdit *from, TDateEdit *to);
     /// A field for kilograms, shown to the gram.
