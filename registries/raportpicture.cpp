@@ -143,11 +143,14 @@ int RaportPicture::lineAt(const QPoint &point) const
 QString RaportPicture::label(int line) const
 {
     const Stripe &stripe = m_stripes[line];
+    if (stripe.feeders <= 0)
+        return u"%1  sem alimentador"_s.arg(line + 1);
     const QString repeats = stripe.repeats > 1 ? u" × %1"_s.arg(stripe.repeats) : QString();
     return u"%1  %2  %3%4"_s.arg(QString::number(line + 1), stripe.colour.isEmpty() ? stripe.yarn : stripe.colour,
-        stripe.feeders > 0 ? QString::number(stripe.feeders) : u"sem alimentador"_s, repeats);
+        QString::number(stripe.feeders), repeats);
 }
 
+/// What must be seen comes last: a line at fault, then the one that the user is in.
 void RaportPicture::paintEvent(QPaintEvent *)
 {
     QPainter painter(this);
@@ -160,39 +163,45 @@ void RaportPicture::paintEvent(QPaintEvent *)
     }
     for (int line = 0; line < m_stripes.size(); ++line)
         paintStripe(painter, line);
-    // Over the stripes, so that the next one does not hide it.
-    for (int line = 0; line < m_stripes.size(); ++line) {
-        if (m_stripes[line].feeders <= 0) {
-            painter.setPen(QPen(fault, 2));
-            painter.drawLine(margin, top(line), repeatRect().right() + markerWidth, top(line));
-        }
-    }
     painter.setPen(outline);
     painter.drawRect(repeatRect());
+    for (int line = 0; line < m_stripes.size(); ++line) {
+        if (m_stripes[line].feeders > 0)
+            continue;
+        painter.setPen(QPen(fault, 2));
+        painter.drawLine(margin, top(line), repeatRect().right() + markerWidth, top(line));
+        paintLabel(painter, line, palette().color(QPalette::Base), fault);
+    }
+    if (m_current >= 0 && m_current < m_stripes.size()) {
+        const QRect stripe = stripeRect(m_current);
+        painter.fillRect(margin, stripe.top(), markerWidth, qMax(2, stripe.height()), palette().highlight());
+        paintLabel(
+            painter, m_current, palette().color(QPalette::Highlight), palette().color(QPalette::HighlightedText));
+    }
     paintLegend(painter);
 }
 
 void RaportPicture::paintStripe(QPainter &painter, int line) const
 {
     const QRect stripe = stripeRect(line);
-    const int textHeight = fontMetrics().height();
-    const bool current = line == m_current;
-    if (!stripe.isEmpty()) {
-        fill(painter, stripe, m_stripes[line].shade);
-        painter.setPen(outline);
-        painter.drawLine(stripe.topLeft(), stripe.topRight()); // two white lines are two
-    }
-    if (current)
-        painter.fillRect(margin, stripe.top(), markerWidth, qMax(2, stripe.height()), palette().highlight());
-    // Labels would run into one another in a dense rapport; the user's own line has one in any case.
-    if (stripe.height() < textHeight && !current)
+    if (stripe.isEmpty())
         return;
+    fill(painter, stripe, m_stripes[line].shade);
+    painter.setPen(outline);
+    painter.drawLine(stripe.topLeft(), stripe.topRight()); // two white lines are two
+    if (stripe.height() >= fontMetrics().height()) // labels would run into one another in a dense rapport
+        paintLabel(painter, line, palette().color(QPalette::Base), palette().color(QPalette::Text));
+}
+
+void RaportPicture::paintLabel(QPainter &painter, int line, const QColor &paper, const QColor &ink) const
+{
+    const QRect stripe = stripeRect(line);
+    const int textHeight = fontMetrics().height();
     QRect text(stripe.right() + margin, stripe.center().y() - textHeight / 2, width() - stripe.right() - 2 * margin,
         textHeight);
     text.moveTop(qMin(qMax(margin, text.top()), repeatRect().bottom() - textHeight));
-    if (current)
-        painter.fillRect(text.adjusted(-2, -1, 2, 1), palette().highlight());
-    painter.setPen(palette().color(current ? QPalette::HighlightedText : QPalette::Text));
+    painter.fillRect(text.adjusted(-2, -1, 2, 1), paper);
+    painter.setPen(ink);
     painter.drawText(
         text, Qt::AlignLeft | Qt::AlignVCenter, fontMetrics().elidedText(label(line), Qt::ElideRight, text.width()));
 }

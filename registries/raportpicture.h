@@ -60,6 +60,7 @@ private:
     int top(int line) const;
     QString label(int line) const;
     void paintStripe(QPainter &painter, int line) const;
+    void paintLabel(QPainter &painter, int line, const QColor &paper, const QColor &ink) const;
     void paintLegend(QPainter &painter) const;
 
     QVector<Stripe> m_stripes;

@@ -134,6 +134,8 @@ void TestRaportPicture::aLineWithoutFeedersIsMarkedInRed()
     m_picture->setStripes({stripe(u"A"_s, u"Azul"_s, blue, 8), stripe(u"B"_s, u"Branco"_s, white, 0),
         stripe(u"A"_s, u"Azul"_s, blue, 8)});
     QVERIFY(m_picture->stripeRect(1).isEmpty());
+    QVERIFY(
+        shadesIn(image(), QRect(150, m_picture->stripeRect(2).top() - 6, 140, 12)).contains(qRgb(0xc6, 0x28, 0x28)));
     const QColor mark = image().pixelColor(m_picture->stripeRect(2).center().x(), m_picture->stripeRect(2).top());
     QVERIFY(mark.red() > 150 && mark.green() < 90 && mark.blue() < 90);
 }
