@@ -35,13 +35,30 @@ bool isLetter(QChar c)
     return (c >= u'A' && c <= u'Z') || (c >= u'a' && c <= u'z') || c == u'_';
 }
 
+/// Without what no engine can hold: NUL, at which statements end, and halves of characters, as a field that is full
+/// leaves them.
+QString holdable(const QString &value)
+{
+    if (std::none_of(value.begin(), value.end(), [](QChar c) { return c.isNull() || c.isSurrogate(); }))
+        return value;
+    QString result;
+    for (qsizetype i = 0; i < value.size(); ++i) {
+        const QChar c = value[i];
+        if (c.isHighSurrogate() && i + 1 < value.size() && value[i + 1].isLowSurrogate())
+            result += value.sliced(i++, 2);
+        else if (!c.isNull() && !c.isSurrogate())
+            result += c;
+    }
+    return result;
+}
+
 } // namespace
 
 namespace SqlText {
 
 QString quoted(const QString &value)
 {
-    return u"'%1'"_s.arg(QString(value).replace(u"'"_s, u"''"_s));
+    return u"'%1'"_s.arg(holdable(value).replace(u"'"_s, u"''"_s));
 }
 
 QString number(double value)

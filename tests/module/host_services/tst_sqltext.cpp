@@ -48,6 +48,13 @@ void TestSqlText::aTextIsQuotedAndItsQuotesDoubled_data()
     QTest::newRow("an attack") << u"x'; DROP TABLE MATERIAL_001; --"_s << u"'x''; DROP TABLE MATERIAL_001; --'"_s;
     QTest::newRow("backslash and percent") << u"50% \\ 1"_s << u"'50% \\ 1'"_s;
     QTest::newRow("place holders of the program") << u"%1 {NOTA} ?"_s << u"'%1 {NOTA} ?'"_s;
+    // What no engine can hold is left out: NUL, and halves of characters.
+    const QString yarn = QString::fromUtf8("🧶");
+    QTest::newRow("NUL") << u"a"_s + QChar(0) + u"'b"_s << u"'a''b'"_s;
+    QTest::newRow("whole character") << yarn + u"a"_s << u"'"_s + yarn + u"a'"_s;
+    QTest::newRow("cut at its end") << yarn + yarn.left(1) << u"'"_s + yarn + u"'"_s;
+    QTest::newRow("cut at its beginning") << yarn.right(1) + u"a"_s << u"'a'"_s;
+    QTest::newRow("the wrong way round") << yarn.right(1) + yarn.left(1) << u"''"_s;
 }
 
 void TestSqlText::aTextIsQuotedAndItsQuotesDoubled()
