@@ -2,14 +2,10 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 
 #include "tests/invoicing/invoices.h"
+#include "tests/support/killedprocess.h"
 
-#include <QDir>
 #include <QPlainTextEdit>
-#include <QProcess>
 #include <QSignalSpy>
-
-#include <csignal>
-#include <cstdio>
 
 using namespace Invoices;
 
@@ -21,19 +17,16 @@ const QString refusedByConflict =
 const QString deleteQuestion = QStringLiteral("Deseja eliminar esta Nota Fiscal?");
 const QString logLine = QStringLiteral("MALHARIA|INCLUSAO/ALTERACAO NOTA NR.: 0000123|1|0000123|ADMIN");
 
-constexpr char killedAt[] = "QEN_TEST_KILLED_AT"; ///< statement that the process does not survive
-constexpr char killedOn[] = "QEN_TEST_KILLED_ON"; ///< engine
-
 QList<Lot> threeLots()
 {
     return {{.lot = u"L1"_s, .quantity = 50, .stock = 48.5, .writtenOff = 12.345, .returned = 1.5},
         {.lot = u"L2"_s, .quantity = 30}, {.material = u"FIO150PES"_s, .lot = u"L1"_s, .quantity = 20, .price = 9.5}};
 }
 
-/// What this program does when the test below starts it again: it alters an invoice and is killed while it saves.
+/// An invoice is altered, and the process is killed while it saves.
 int alterAndBeKilled()
 {
-    TestStation station(qEnvironmentVariable(killedOn));
+    TestStation station(KilledProcess::engine());
     insert(station.database, u"0000123"_s, u"00001"_s, threeLots());
     station.open(u"TfmNFTerceiros"_s);
     station.click(u"BtnAltera"_s);
@@ -41,14 +34,7 @@ int alterAndBeKilled()
     answers.expect(u"Deseja eliminar este Material?"_s, QMessageBox::Yes);
     station.click(u"btIExcluir"_s);
     station.enter(u"DBObs"_s, u"Nunca gravada"_s);
-    std::puts(qPrintable(station.database.settings().database));
-    for (const char *folder : {"XDG_DATA_HOME", "FIREBIRD"})
-        std::puts(qgetenv(folder).constData());
-    std::fflush(stdout);
-    station.tabela.IBDatabase->setObserver([](const QString &statement) {
-        if (statement.startsWith(qEnvironmentVariable(killedAt)))
-            std::raise(SIGKILL);
-    });
+    KilledProcess::arm(station);
     station.click(u"SbConfirmar"_s);
     return 0;
 }
@@ -334,36 +320,13 @@ void TestNFTerceirosSave::aProcessKilledWhileSavingLosesNoLot_data()
 void TestNFTerceirosSave::aProcessKilledWhileSavingLosesNoLot()
 {
     QFETCH(QString, statement);
-    TestDatabase own(Engines::current());
-    QProcess killed;
-    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
-    environment.insert(QString::fromLatin1(killedAt), statement);
-    environment.insert(QString::fromLatin1(killedOn), Engines::current());
-    killed.setProcessEnvironment(environment);
-    killed.start(QCoreApplication::applicationFilePath(), {});
-    QVERIFY(killed.waitForFinished(120'000));
-    const QString said = QString::fromUtf8(killed.readAllStandardOutput());
-    QVERIFY2(killed.exitStatus() == QProcess::CrashExit && killed.exitCode() == SIGKILL,
-        qPrintable(said + QString::fromUtf8(killed.readAllStandardError())));
-
-    ConnectionSettings settings = own.settings();
-    settings.database = said.section(u'\n', 0, 0);
-    {
-        TTIDatabase left;
-        left.open(settings);
-        const auto figure = [&](const QString &select) { return left.value(select).toString(); };
-        QCOMPARE(figure(u"SELECT COUNT(*) FROM NFT_ITEN_001 WHERE DOCTO = '0000123'"_s), u"3"_s);
-        QCOMPARE(
-            figure(u"SELECT ESTOQUE_FISICO FROM NFT_ITEN_001 WHERE CODIGO = 'FIO30CO' AND LOTE = 'L1'"_s), u"48.5"_s);
-        QCOMPARE(
-            figure(u"SELECT QTDE_BAIXA FROM NFT_ITEN_001 WHERE CODIGO = 'FIO30CO' AND LOTE = 'L1'"_s), u"12.345"_s);
-        QCOMPARE(figure(u"SELECT OBS FROM NFTERCEIROS_001"_s), u"Obs"_s);
-        QCOMPARE(figure(u"SELECT COUNT(*) FROM QEN_LOG"_s), u"0"_s);
-    }
-    if (settings.engine == Engine::PostgreSQL)
-        own.run(u"DROP DATABASE IF EXISTS %1 WITH (FORCE)"_s.arg(settings.database));
-    for (const int line : {1, 2}) // folders within those that the process could not remove
-        QDir(QFileInfo(said.section(u'\n', line, line)).path()).removeRecursively();
+    KilledProcess process(statement);
+    QVERIFY2(process.wasKilled(), qPrintable(process.said()));
+    const QStringList lots = process.rows(u"SELECT CODIGO, LOTE, ESTOQUE_FISICO, QTDE_BAIXA FROM NFT_ITEN_001 "
+                                          "WHERE DOCTO = '0000123' ORDER BY CODIGO, LOTE"_s);
+    QCOMPARE(lots, (QStringList{u"FIO150PES L1 20 0"_s, u"FIO30CO L1 48.5 12.345"_s, u"FIO30CO L2 30 0"_s}));
+    QCOMPARE(process.rows(u"SELECT OBS FROM NFTERCEIROS_001"_s), QStringList{u"Obs"_s});
+    QCOMPARE(process.rows(u"SELECT TEXTO FROM QEN_LOG"_s), QStringList());
 }
 
 void TestNFTerceirosSave::aNumberTakenMeanwhileIsRefused()
@@ -638,7 +601,7 @@ void TestNFTerceirosSave::aRemarkThatIsTooLongIsRefused()
 int main(int argc, char **argv)
 {
     QApplication application(argc, argv);
-    if (qEnvironmentVariableIsSet(killedAt))
+    if (KilledProcess::isThisProcess())
         return alterAndBeKilled();
     TestNFTerceirosSave test;
     QTEST_SET_MAIN_SOURCE_PATH
