@@ -129,7 +129,7 @@ void useInboundInvoice(ScreenDriver &invoice)
     invoice.enter(u"EdtUnitario"_s, u"24,35"_s);
 }
 
-/// The fabric of the client who has most orders open: one released whole, one in part, one with too much.
+/// The fabric of the client who has most orders open: one released whole, one with too much, one in part.
 void useRelease(ScreenDriver &release)
 {
     release.enter(u"EdtNumero"_s, {});
@@ -140,7 +140,7 @@ void useRelease(ScreenDriver &release)
     constexpr int balance = 5;
     constexpr int quantity = 6;
     constexpr int rolls = 7;
-    const double parts[]{1, 0.5, 1.1};
+    const double parts[]{1, 1.1, 0.5};
     for (int row = 0; row < qMin(3, rows->rowCount()); ++row) {
         const double kg = rows->index(row, balance).data(Qt::EditRole).toDouble() * parts[row];
         rows->setData(rows->index(row, quantity), Format::rounded(kg, 1));

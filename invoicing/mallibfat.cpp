@@ -247,6 +247,7 @@ void TfmMalLibFat::TbOFAfterPost()
 
 void TfmMalLibFat::showTotals()
 {
+    m_ui->lbAcima->clear();
     if (TbOF->IsEmpty()) {
         m_ui->lbTotais->setText(m_saved.isEmpty() ? QString() : u"Liberação %1 gravada."_s.arg(m_saved));
         return;
@@ -255,11 +256,12 @@ void TfmMalLibFat::showTotals()
     for (int row = 0; row < TbOF->rowCount(); ++row)
         lines.append(lineOf(row));
     const ReleaseRules::Totals totals = ReleaseRules::totalsOf(lines);
-    QStringList parts{u"Linhas a faturar: %1 de %2"_s.arg(totals.released).arg(lines.size()),
-        u"Faturar: %1 kg"_s.arg(kilogramsText(totals.quantity)), u"Rolos: %1"_s.arg(totals.rolls)};
+    m_ui->lbTotais->setText(u"Linhas a faturar: %1 de %2     Faturar: %3 kg     Rolos: %4"_s.arg(totals.released)
+                                .arg(lines.size())
+                                .arg(kilogramsText(totals.quantity))
+                                .arg(totals.rolls));
     if (totals.above > 0)
-        parts.append(u"Acima do saldo: %1"_s.arg(totals.above));
-    m_ui->lbTotais->setText(parts.join(u"     "_s));
+        m_ui->lbAcima->setText(u"Acima do saldo: %1"_s.arg(totals.above));
 }
 
 void TfmMalLibFat::moveTo(int row, const QString &field)

@@ -389,9 +389,10 @@ void TestMalLibFat::theTotalsFollow()
     };
     QCOMPARE(typed(0, u"Faturar"_s, u"12,345"_s), u"Linhas a faturar: 1 de 3     Faturar: 12,345 kg     Rolos: 0"_s);
     QCOMPARE(typed(0, u"Rolos"_s, u"5"_s), u"Linhas a faturar: 1 de 3     Faturar: 12,345 kg     Rolos: 5"_s);
-    QCOMPARE(typed(2, u"Faturar"_s, u"1250,5"_s),
-        u"Linhas a faturar: 2 de 3     Faturar: 1.262,845 kg     Rolos: 5     Acima do saldo: 1"_s);
+    QCOMPARE(typed(2, u"Faturar"_s, u"1250,5"_s), u"Linhas a faturar: 2 de 3     Faturar: 1.262,845 kg     Rolos: 5"_s);
+    QCOMPARE(station.text(u"lbAcima"_s), u"Acima do saldo: 1"_s);
     QCOMPARE(typed(2, u"Faturar"_s, u"0"_s), u"Linhas a faturar: 1 de 3     Faturar: 12,345 kg     Rolos: 5"_s);
+    QCOMPARE(station.text(u"lbAcima"_s), QString());
 }
 
 void TestMalLibFat::moreThanTheBalanceIsColoured()
