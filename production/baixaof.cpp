@@ -162,6 +162,10 @@ bool TfmBaixaOF::Valida_Dados(const Roll &roll)
         refuse(u"Turno inválido."_s, m_ui->edtTurno);
         return false;
     }
+    if (m_ui->edtData->hasInvalidText()) {
+        refuse(u"Data Inválida. Impossível Continuar."_s, m_ui->edtData);
+        return false;
+    }
     if (roll.kg <= 0) {
         m_weighing->showHint(u"Informe o peso do rolo."_s, true);
         m_ui->edtKGTotal->setFocus();

@@ -205,8 +205,8 @@ void TfmMalhaOFBaixa::BtExcluirClick()
 {
     if (!Acessa(className(), u'E', u"0"_s, {}) || qryBaixas->IsEmpty() || !Messages::askDelete(this))
         return;
-    RollRegister(database()).Estorna_baixa(Roll::in(*qryBaixas), u"BAIXA OF"_s);
-    BuscaOF();
+    run([this] { RollRegister(database()).Estorna_baixa(Roll::in(*qryBaixas), u"BAIXA OF"_s); });
+    BuscaOF(); // also what another station did meanwhile
 }
 
 void TfmMalhaOFBaixa::Imprimir1Click()

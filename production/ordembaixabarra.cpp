@@ -106,12 +106,12 @@ void TfmMalhaOFBaixaBarra::edtOFExit()
 }
 
 /// The barcode of a roll's label holds order and roll, "000012-003": the order stays in its field. Gives the number
-/// of the roll, none for what is an order alone.
+/// of the roll, none for what is an order alone, as all is that fits into an order number: "12-345" too.
 QString TfmMalhaOFBaixaBarra::takeScannedRoll()
 {
-    static const QRegularExpression label(u"^(.+)-(\\d{3,})$"_s);
+    static const QRegularExpression label(u"^(.{1,6})-(\\d{3,})$"_s);
     const QRegularExpressionMatch scanned = label.match(orderNumber());
-    if (!scanned.hasMatch())
+    if (orderNumber().size() <= 6 || !scanned.hasMatch())
         return {};
     m_ui->edtOF->setText(scanned.captured(1));
     return scanned.captured(2);
@@ -218,6 +218,10 @@ void TfmMalhaOFBaixaBarra::BaixaOFMalha(Roll &roll)
         refuse(u"Especifique um Operador."_s, m_ui->EdtCodOper);
         throw EAbort();
     }
+    if (m_ui->DtBaixa->hasInvalidText()) {
+        refuse(u"Data Inválida. Impossível Continuar."_s, m_ui->DtBaixa);
+        throw EAbort();
+    }
     const QDateTime now = Clock::now();
     const QDate given = m_ui->DtBaixa->date().isValid() ? m_ui->DtBaixa->date() : now.date();
     const bool night = Busca_Valor(u"TURNO"_s, u"TURNO"_s, u"NOTURNO"_s, Aspas(roll.shift)) == u"S"_s;
@@ -269,8 +273,8 @@ void TfmMalhaOFBaixaBarra::BtExcluirClick()
 {
     if (!Acessa(className(), u'E', u"0"_s, {}) || qryBaixas->IsEmpty() || !Messages::askDelete(this))
         return;
-    RollRegister(database()).Estorna_baixa(Roll::in(*qryBaixas), u"BAIXA OF BARRA"_s);
-    reloadOrder();
+    run([this] { RollRegister(database()).Estorna_baixa(Roll::in(*qryBaixas), u"BAIXA OF BARRA"_s); });
+    reloadOrder(); // also what another station did meanwhile
 }
 
 void TfmMalhaOFBaixaBarra::BitBtn2Click()

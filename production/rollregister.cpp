@@ -22,16 +22,25 @@ Roll Roll::in(const TDataSet &writeOffs)
     return roll;
 }
 
-std::function<void()> afterWriting(const Roll &roll, const std::function<void()> &action)
+namespace {
+
+/// The action; when it fails the message begins with what stands already.
+std::function<void()> following(const QString &done, const std::function<void()> &action)
 {
-    return [roll, action] {
+    return [done, action] {
         try {
             action();
         } catch (const EQen &error) {
-            throw EQen(
-                u"O rolo %1 da OF %2 está gravado. %3"_s.arg(roll.number, roll.of, error.sentence()), error.details());
+            throw EQen(done + u' ' + error.sentence(), error.details());
         }
     };
+}
+
+} // namespace
+
+std::function<void()> afterWriting(const Roll &roll, const std::function<void()> &action)
+{
+    return following(u"O rolo %1 da OF %2 está gravado."_s.arg(roll.number, roll.of), action);
 }
 
 double OrderBalance::open() const
@@ -59,7 +68,7 @@ OrderBalance RollRegister::balance(const QString &of)
                 WHERE OF_MALHA_BAIXAS.NUM_OF = OF_MALHA.NUM_OF) AS BAIXAS
         FROM {OF_MALHA} OF_MALHA WHERE OF_MALHA.NUM_OF = )"_s,
         Aspas(of)));
-    if (!query.next())
+    if (!m_database.next(query))
         return {};
     return {query.value(0).toDouble(), query.value(1).toDouble()};
 }
@@ -95,9 +104,13 @@ void RollRegister::insert(const Roll &roll)
 
 void RollRegister::remove(const Roll &roll)
 {
-    const QString statement = u"DELETE FROM "_s + DBLocal(u"OF_MALHA_BAIXAS"_s) + u" WHERE NUM_BAIXA = "_s
-        + Aspas(roll.number) + u" AND NUM_OF = "_s + Aspas(roll.of);
-    if (m_database.run(statement).numRowsAffected() == 0)
+    const QString which = DBLocal(u"OF_MALHA_BAIXAS"_s) + u" WHERE NUM_BAIXA = "_s + Aspas(roll.number)
+        + u" AND NUM_OF = "_s + Aspas(roll.of);
+    // A number taken back is given again: what bears it by now may be another roll.
+    const QVariant recorded = m_database.value(u"SELECT QTDE FROM "_s + which);
+    const bool same = recorded.isValid() && Format::rounded(recorded.toDouble() - roll.kg, 3) == 0;
+    const QString statement = u"DELETE FROM "_s + which;
+    if (!same || m_database.run(statement).numRowsAffected() == 0)
         throw EDatabaseError(EDatabaseError::Category::Conflict, {}, u"A baixa não existe mais."_s, statement);
     takeFromStock(roll.of, roll.kg);
 }
@@ -121,10 +134,12 @@ void RollRegister::Estorna_baixa(const Roll &roll, const QString &logLabel)
     lock(roll.of);
     remove(roll);
     save.CommitRetaining();
-    GeraLog(logLabel,
-        u"EXCLUSAO DA BAIXA OF MALHARIA NR.: "_s + roll.of + u" QTDE.: "_s + WriteOffRules::logged(roll.kg)
-            + u" NUM.BAIXA: "_s + roll.number,
-        olExclusao, roll.of);
+    following(u"A baixa %1 da OF %2 está estornada."_s.arg(roll.number, roll.of), [&] {
+        GeraLog(logLabel,
+            u"EXCLUSAO DA BAIXA OF MALHARIA NR.: "_s + roll.of + u" QTDE.: "_s + WriteOffRules::logged(roll.kg)
+                + u" NUM.BAIXA: "_s + roll.number,
+            olExclusao, roll.of);
+    })();
 }
 
 void RollRegister::addToStock(const QString &of, double kg)

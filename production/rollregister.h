@@ -57,14 +57,16 @@ public:
     /// A number that was handed over in advance; the order's next one when a roll got it meanwhile, or none was.
     QString numberFor(const QString &of, const QString &handedOver);
     void insert(const Roll &roll);
-    /// Throws EDatabaseError (Conflict) when another station has taken the roll back already.
+    /// Throws EDatabaseError (Conflict) when another station has taken the roll back already, also when the number
+    /// went to a roll of another weight since.
     void remove(const Roll &roll);
     /// The plan becomes what was produced.
     void closeAtProduced(const QString &of);
     /// The plan becomes what was produced and so much more (kg), which is about to be.
     void planFor(const QString &of, double kg);
 
-    /// Takes a roll back in a save of its own, and logs it under the screen's label. Throws as remove() does.
+    /// Takes a roll back in a save of its own, and logs it under the screen's label. Throws as remove() does, and EQen
+    /// when only the log line failed, which says that the roll is taken back.
     void Estorna_baixa(const Roll &roll, const QString &logLabel);
 
 private:

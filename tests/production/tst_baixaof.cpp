@@ -19,6 +19,7 @@ private slots:
 
     void aConfirmedRollIsWrittenStockedAndLogged();
     void theRollCountsForTheDateGiven();
+    void aDateThatIsNoneIsRefused();
     void theOperatorBringsNameAndShift();
     void aShiftThatWasTypedStays();
     void searchesOfferActiveOperatorsAndAllShifts();
@@ -71,6 +72,22 @@ void tst_baixaof::theRollCountsForTheDateGiven()
         station.confirm();
     });
     QCOMPARE(station.rolls(), QStringList{u"001|2026-02-28||4|000104|20"_s});
+}
+
+void tst_baixaof::aDateThatIsNoneIsRefused()
+{
+    DeskStation station;
+    station.atDialog([&] {
+        station.fillRoll(u"20"_s);
+        station.enter(u"edtData"_s, u"31/02/2026"_s);
+        station.expect(u"Data Inválida. Impossível Continuar."_s);
+        station.confirm();
+        QCOMPARE(station.focus(), u"edtData"_s);
+        QVERIFY(station.rolls().isEmpty());
+        station.enter(u"edtData"_s, {}); // none at all is today
+        station.confirm();
+    });
+    QCOMPARE(station.rolls(), QStringList{u"001|2026-03-10||1|000101|20"_s});
 }
 
 void tst_baixaof::theOperatorBringsNameAndShift()

@@ -42,6 +42,8 @@ private slots:
     void theNumberOfAMiddleRollIsNot();
     void withoutFinishedFabricStockNoneIsTouched();
     void aRollTakenBackElsewhereIsAConflict();
+    void aNumberThatIsAnotherRollsByNowIsNotTakenBack();
+    void takingBackStandsWithoutItsLogLine();
     void takingBackFailsWhole_data();
     void takingBackFailsWhole();
     void theLabelIsThatOfTheMarkedRoll();
@@ -369,6 +371,56 @@ void tst_ordembaixa::aRollTakenBackElsewhereIsAConflict()
     station.click(u"BtExcluir"_s);
     QCOMPARE(station.stock(), QStringList{u"M0001|000012|0|0"_s});
     QVERIFY(station.log().isEmpty());
+    QVERIFY(station.column(1).isEmpty()); // the roll is gone from the list, too
+    QCOMPARE(station.text(u"edtSaldo"_s), u"100,00"_s);
+}
+
+void tst_ordembaixa::aNumberThatIsAnotherRollsByNowIsNotTakenBack()
+{
+    DeskStation station;
+    station.addRoll(u"000012"_s, u"001"_s, 20);
+    station.addStock(20);
+    station.openDesk();
+    // Another station took the roll back and weighed the next one, which got its number.
+    station.database.run(u"UPDATE {OF_MALHA_BAIXAS} SET QTDE = 18.5"_s);
+    station.database.run(u"UPDATE {PA_MALHA} SET QTDE_TOTAL = 18.5"_s);
+    const QStringList theirs = station.tables();
+    station.answers.expect(u"Deseja eliminar este Registro?"_s, QMessageBox::Yes);
+    expectFailure(station.answers, u"Baixa Ordem de Fabricação"_s,
+        u"Outra estação alterou estes dados ao mesmo tempo. Nada foi gravado; tente novamente."_s);
+    station.click(u"BtExcluir"_s);
+    QCOMPARE(station.tables(), theirs);
+    QVERIFY(station.log().isEmpty());
+    QCOMPARE(station.column(5), QStringList{u"18,50"_s});
+    takeBack(station, 0); // now that it is seen
+    QVERIFY(station.rolls().isEmpty());
+    QCOMPARE(station.stock(), QStringList{u"M0001|000012|0|0"_s});
+}
+
+void tst_ordembaixa::takingBackStandsWithoutItsLogLine()
+{
+    DeskStation station;
+    station.addRoll(u"000012"_s, u"001"_s, 20);
+    station.addStock(20);
+    station.openDesk();
+    station.tabela.IBDatabase->setObserver([](const QString &ran) {
+        if (ran.startsWith(u"INSERT INTO QEN_LOG"_s))
+            throw EDatabaseError(EDatabaseError::Category::Statement, {}, u"broken"_s, ran);
+    });
+    station.answers.expect(u"Deseja eliminar este Registro?"_s, QMessageBox::Yes);
+    station.answers.expectWindow(
+        [](QWidget *window) {
+            auto *box = qobject_cast<QMessageBox *>(window);
+            QVERIFY(box);
+            QVERIFY2(
+                box->text().startsWith(u"A baixa 001 da OF 000012 está estornada."_s), qUtf8Printable(box->text()));
+            box->button(QMessageBox::Ok)->click();
+        },
+        u"Baixa Ordem de Fabricação"_s);
+    station.click(u"BtExcluir"_s);
+    QVERIFY(station.rolls().isEmpty());
+    QCOMPARE(station.stock(), QStringList{u"M0001|000012|0|0"_s});
+    QVERIFY(station.column(1).isEmpty());
 }
 
 void tst_ordembaixa::takingBackFailsWhole_data()

@@ -22,6 +22,7 @@ private slots:
     void takingARollBackAsksAndReducesTheStock();
     void aNumberTakenBackIsGivenAgainOnlyWhenItWasTheHighest();
     void aRollTakenBackElsewhereReducesTheStockOnce();
+    void aDateThatIsNoneStopsTheConfirmation();
     void adjustingMakesThePlanWhatWasProduced_data();
     void adjustingMakesThePlanWhatWasProduced();
     void adjustingAsksFirstAndNeedsTheSupervisor();
@@ -102,6 +103,26 @@ void tst_writeoffactions::aRollTakenBackElsewhereReducesTheStockOnce()
         u"Outra estação alterou estes dados ao mesmo tempo. Nada foi gravado; tente novamente."_s, QMessageBox::Ok);
     station.click(u"BtExcluir"_s);
     QCOMPARE(station.stock(), QStringList({u"M0001|000012|0|0"_s}));
+    QCOMPARE(station.child<QTableView>(u"DBGrid"_s)->model()->rowCount(), 0); // it is gone from the list, too
+}
+
+void tst_writeoffactions::aDateThatIsNoneStopsTheConfirmation()
+{
+    WriteOffStation station(Engines::current());
+    station.prepareRoll(u"20"_s);
+    station.enter(u"DtBaixa"_s, u"31/02/2026"_s);
+    {
+        MessageAnswers answers;
+        answers.expect(u"Peso da Baixa 20,00?"_s, QMessageBox::Yes);
+        answers.expect(u"Data Inválida. Impossível Continuar."_s, QMessageBox::Ok);
+        station.click(u"btnBaixa"_s);
+    }
+    QVERIFY(station.rolls().isEmpty());
+    QCOMPARE(station.focus(), u"DtBaixa"_s);
+    QCOMPARE(station.text(u"EdtPesoRolo"_s), u"20,00"_s);
+    station.enter(u"DtBaixa"_s, u"09/03/2026"_s);
+    station.confirmRoll(u"20,00"_s);
+    QVERIFY(station.rolls().value(0).startsWith(u"001|2026-03-09|"_s));
 }
 
 void tst_writeoffactions::adjustingMakesThePlanWhatWasProduced_data()
