@@ -50,7 +50,7 @@ void TfmCadRaport::FormCreate()
     AbreTabelas({u"tbMateriais"_s, u"TbCompMaterial"_s});
     createGrids();
     createMenu();
-    m_ui->PqFio->setFilter(u"ATIVO = "_s + Aspas(u"S"_s));
+    m_ui->PqFio->setFilter(u"(ATIVO = "_s + Aspas(u"S"_s) + u" OR ATIVO IS NULL)"_s);
     m_ui->PageControl->setCurrentWidget(m_ui->TabManutencao);
     m_ui->divDesenho->setSizes({720, 240});
     m_ui->divDesenho->setStretchFactor(0, 1);
