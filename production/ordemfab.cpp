@@ -403,6 +403,8 @@ void TfmMalhaOF::print()
     call.form = this;
     call.dataSets = {{u"tbOF_Malha"_s, tbOF_Malha}, {u"QryComposicao"_s, &composition}, {u"tbItens"_s, &tbItens}};
     call.parameters = {{u"NOME_CLIENTE"_s, m_ui->edtDescCliente->text()},
-        {u"DESC_MATERIAL"_s, m_ui->edtDescMaterial->text()}, {u"DESC_MAQUINA"_s, m_ui->edtDescMaquina->text()}};
+        {u"DESC_MATERIAL"_s, m_ui->edtDescMaterial->text()}, {u"DESC_MAQUINA"_s, m_ui->edtDescMaquina->text()},
+        {u"DESC_FLUXO"_s, m_ui->EdtDescFluxo->text()}, {u"LARGURA"_s, m_ui->edtLargura->value()},
+        {u"GRAMATURA"_s, m_ui->edtGramatura->value()}};
     Chama_Relatorio(call);
 }

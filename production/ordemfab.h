@@ -74,6 +74,7 @@ private:
     void filterClients();
     bool hasWriteOffs() const;
     QString consultStatement() const;
+    QString consultFilters() const;
 
     void showPage();
     void createYarnGrids();
@@ -94,6 +95,7 @@ private:
     std::unique_ptr<Ui::fmMalhaOF> m_ui;
     TTITable *tbOF_Malha;
     TTIQuery *m_consult;
+    QString m_consultFilters; ///< what m_consult was asked for
     TClientDataSet *TbSaldo;
     TClientDataSet *m_yarns; ///< need, reserved and missing of each yarn
     QString m_fabricOwner; ///< client whose fabric it is; empty: anybody's

@@ -11,6 +11,7 @@
 #include "module/host_services/funcoes.h"
 #include "module/host_services/query.h"
 #include "module/host_services/table.h"
+#include "module/reportfilters.h"
 
 using namespace Funcoes;
 using namespace Qt::StringLiterals;
@@ -42,12 +43,28 @@ QString TfmMalhaOF::consultStatement() const
     return statement + u"ORDER BY OF_MALHA.NUM_OF, OF_MALHA.CLIENTE"_s;
 }
 
+QString TfmMalhaOF::consultFilters() const
+{
+    const auto chosen = [](const QLineEdit *code, const QLineEdit *description) {
+        return (code->text().trimmed() + u' ' + description->text()).trimmed();
+    };
+    return ReportFilters::Text()
+        .add(u"Período"_s, ReportFilters::periodText(m_ui->edtDe->date(), m_ui->edtAte->date()))
+        .add(u"Cliente"_s, chosen(m_ui->edtFCliente, m_ui->edtFDescCliente))
+        .add(u"Material"_s, chosen(m_ui->edtFMaterial, m_ui->edtFDescMaterial))
+        .add(u"Máquina"_s, chosen(m_ui->edtFMaquina, m_ui->edtFDescMaquina))
+        .add(u"Fluxo"_s, chosen(m_ui->edtFFluxo, m_ui->edtFDescFluxo))
+        .add(u"Número"_s, m_ui->edtFNumero->text())
+        .text();
+}
+
 void TfmMalhaOF::BitBtn3Click()
 {
     const Busy busy(this);
     m_consult->SQL.clear();
     m_consult->SQL.add(consultStatement());
     m_consult->Open();
+    m_consultFilters = consultFilters();
 }
 
 void TfmMalhaOF::BitBtn4Click()
@@ -58,6 +75,7 @@ void TfmMalhaOF::BitBtn4Click()
     call.name = u"WRelMalOF"_s;
     call.form = this;
     call.dataSets = {{u"qryConsulta"_s, m_consult}};
+    call.parameters = {{u"filtros"_s, m_consultFilters}};
     Chama_Relatorio(call);
 }
 

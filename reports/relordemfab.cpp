@@ -136,10 +136,9 @@ void TfmRelOrdFab::BuscaFiosSelecionados()
         FROM {BAIXA_FIO} BAIXA_FIO
         LEFT JOIN {MATERIAL} MATERIAL ON (BAIXA_FIO.CODIGO = MATERIAL.CODIGO)
         WHERE BAIXA_FIO.NUMERO = )"_s;
+    m_number = m_ui->edtNumero->text().trimmed();
     openQuery(qryFios,
-        DBLocal_SQL(select,
-            Aspas(m_ui->edtNumero->text().trimmed())
-                + u" ORDER BY BAIXA_FIO.CODIGO, BAIXA_FIO.DOCTO, BAIXA_FIO.LOTE"_s));
+        DBLocal_SQL(select, Aspas(m_number) + u" ORDER BY BAIXA_FIO.CODIGO, BAIXA_FIO.DOCTO, BAIXA_FIO.LOTE"_s));
 }
 
 void TfmRelOrdFab::BuscaDados()
@@ -172,5 +171,6 @@ ReportCall TfmRelOrdFab::report() const
     call.kind = matrix ? ReportCall::Kind::Text : ReportCall::Kind::Graphic;
     call.dataSets = {{u"qryCabecalho"_s, qryCabecalho}, {u"qryMateriais"_s, qryMateriais}, {u"qryFios"_s, qryFios},
         {u"tbItens"_s, tbItens}};
+    call.parameters = {{u"NUMERO"_s, m_number}};
     return call;
 }

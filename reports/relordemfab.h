@@ -45,6 +45,7 @@ private:
     TTIQuery *qryMateriais;
     TTIQuery *qryFios;
     TClientDataSet *tbItens;
+    QString m_number; ///< whose reserved yarn was read
 };
 
 extern QPointer<TfmRelOrdFab> fmRelOrdFab;
