@@ -14,6 +14,8 @@
 
 #include <QKeyEvent>
 
+#include <exception>
+
 using namespace Qt::StringLiterals;
 
 TRecordForm::TRecordForm() = default;
@@ -99,13 +101,20 @@ void TRecordForm::BtExcluirClick()
         return;
     const QString number = recordNumber();
     const LogTexts texts = logTexts();
-    Save save(database());
-    deleteDependents();
-    m_table->Delete();
-    save.CommitRetaining();
+    const QVariantList key = keyValues();
+    try {
+        Save save(database());
+        deleteDependents();
+        m_table->Delete();
+        save.CommitRetaining();
+    } catch (...) {
+        const std::exception_ptr failure = std::current_exception();
+        run([&] { m_table->Locate(m_key.join(u';'), key); }); // it is still there: the screen goes back to it
+        std::rethrow_exception(failure);
+    }
+    run([this] { showDerived(); }); // what is deleted is logged, even if what follows it cannot be shown
     if (!texts.deleted.isEmpty())
         Funcoes::GeraLog(texts.label, texts.deleted + number, olExclusao, number);
-    showDerived();
 }
 
 bool TRecordForm::askDelete()
@@ -140,10 +149,12 @@ void TRecordForm::SbConfirmarClick()
     const bool inserting = m_table->state() == TTITable::State::Insert;
     const QString number = recordNumber();
     save();
-    m_table->Refresh();
+    // What is saved stays saved, and the screen at rest, even if it cannot be read again or logged.
     Bar_Confirma(false);
-    showDerived();
-    // What was saved stays saved and is shown, even if its line in the log cannot be written.
+    run([this] {
+        m_table->Refresh();
+        showDerived();
+    });
     if (logTexts().afterCommit)
         writeLog(inserting, number);
 }

@@ -36,6 +36,7 @@ public:
     bool deletable = true;
     std::function<void()> failing; ///< runs with the dependents
     std::function<void()> onNumbering;
+    std::function<void()> onDerived;
     using TRecordForm::isEditing;
     using TRecordForm::table;
 
@@ -84,7 +85,12 @@ protected:
         if (failing)
             failing();
     }
-    void showDerived() override { steps.append(u"derived"_s); }
+    void showDerived() override
+    {
+        steps.append(u"derived"_s);
+        if (onDerived)
+            onDerived();
+    }
     void search() override { steps.append(u"search"_s); }
     void print() override { steps.append(u"print"_s); }
 
@@ -139,6 +145,7 @@ private slots:
     void aRefusedValidationStaysInTheEdit();
     void failingDependentsLeaveNothingAndStayInTheEdit_data();
     void failingDependentsLeaveNothingAndStayInTheEdit();
+    void whatCannotBeReadAgainIsSavedAndAtRest();
     void aNumberTakenMeanwhileIsRefused();
     void aRecordWithoutItsNumberIsGivenUp();
 
@@ -146,6 +153,8 @@ private slots:
     void aDeletedRecordGoesWithItsDependentsAndIsLogged();
     void aRecordWithRowsThatHoldItIsNotDeleted();
     void aDeletionThatFailsLeavesEverything();
+    void aDeletionThatIsNotCommittedShowsTheRecordAgain();
+    void whatIsDeletedIsLoggedEvenIfTheNextCannotBeShown();
 
     void keysMoveThroughTheRecords();
     void keysDoNotMoveWhileEditing();
@@ -417,6 +426,27 @@ void TestRecordForm::failingDependentsLeaveNothingAndStayInTheEdit()
     QCOMPARE(m_data->value(u"SELECT COUNT(*) FROM QEN_LOG"_s).toInt(), 1);
 }
 
+void TestRecordForm::whatCannotBeReadAgainIsSavedAndAtRest()
+{
+    click(u"btnincluir"_s);
+    type(u"DBLote"_s, u"L7"_s);
+    bool committed = false;
+    m_tabela->IBDatabase->setObserver([&](const QString &statement) {
+        if (committed)
+            throw EQen(u"Sem rede."_s);
+        committed = statement == u"COMMIT"_s;
+    });
+    click(u"SbConfirmar"_s);
+    m_tabela->IBDatabase->setObserver({});
+    QCOMPARE(m_host->failures, QStringList(u"Sem rede."_s));
+    QVERIFY(atRest());
+    QCOMPARE(orders().last(), u"000003|L7"_s);
+    QCOMPARE(shown(u"DBLote"_s), u"L7"_s);
+    QCOMPARE(m_host->busy, 0);
+    click(u"btnincluir"_s); // it goes on
+    QVERIFY(editing());
+}
+
 void TestRecordForm::aNumberTakenMeanwhileIsRefused()
 {
     click(u"btnincluir"_s);
@@ -492,6 +522,30 @@ void TestRecordForm::aDeletionThatFailsLeavesEverything()
     QCOMPARE(m_data->count(u"BAIXA_FIO"_s), 1);
     QCOMPARE(m_host->log, QStringList());
     QCOMPARE(shown(u"DBOrdem"_s), u"000002"_s);
+}
+
+void TestRecordForm::aDeletionThatIsNotCommittedShowsTheRecordAgain()
+{
+    MessageAnswers answers;
+    answers.expect(u"Deseja eliminar este Registro?"_s, QMessageBox::Yes);
+    m_form->failing = [this] { const Save part(*m_tabela->IBDatabase); }; // ends without its commit
+    click(u"BtExcluir"_s);
+    QCOMPARE(m_host->failures.size(), 1);
+    QCOMPARE(orders().size(), 2);
+    QCOMPARE(shown(u"DBOrdem"_s), u"000002"_s);
+    QCOMPARE(m_host->log, QStringList());
+    QVERIFY(atRest());
+}
+
+void TestRecordForm::whatIsDeletedIsLoggedEvenIfTheNextCannotBeShown()
+{
+    MessageAnswers answers;
+    answers.expect(u"Deseja eliminar este Registro?"_s, QMessageBox::Yes);
+    m_form->onDerived = [] { throw EQen(u"Sem rede."_s); };
+    click(u"BtExcluir"_s);
+    QCOMPARE(m_host->failures, QStringList(u"Sem rede."_s));
+    QCOMPARE(orders(), QStringList(u"000001|L000001"_s));
+    QCOMPARE(m_host->log, QStringList(u"ORDEM|EXCLUSAO NR.: 000002|2|000002"_s));
 }
 
 void TestRecordForm::keysMoveThroughTheRecords()
