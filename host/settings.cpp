@@ -23,6 +23,13 @@ const QHash<QString, Engine> &engines()
     return byName;
 }
 
+/// Groups of the file besides [Banco] that have keys of its names, or may have them.
+const QStringList &otherGroups()
+{
+    static const QStringList names{u"Entrada"_s, u"Impressoras"_s, u"Kelta"_s, u"Pastas"_s, u"Grades"_s, u"Janela"_s};
+    return names;
+}
+
 /// The file may hold a password: it is its owner's alone.
 void writeExplanations(const QString &name)
 {
@@ -65,14 +72,17 @@ void Settings::refuseUnknownKeys() const
 {
     static const QStringList known{u"motor"_s, u"banco"_s, u"servidor"_s, u"porta"_s, u"usuario"_s, u"senha"_s};
     for (const QString &key : m_store.allKeys()) {
-        const QString group = key.section(u'/', 0, 0);
-        const QString name = key.section(u'/', 1);
-        if (group.compare(u"Banco"_s, Qt::CaseInsensitive) != 0)
-            continue;
-        if (group != u"Banco"_s)
-            refuse(name, u"o grupo se escreve [Banco]."_s);
-        if (!known.contains(name))
-            refuse(name, u"esta chave não existe."_s);
+        const QString group = key.contains(u'/') ? key.section(u'/', 0, 0) : QString();
+        const QString name = key.section(u'/', group.isEmpty() ? 0 : 1);
+        if (group.compare(u"Banco"_s, Qt::CaseInsensitive) == 0) {
+            if (group != u"Banco"_s)
+                refuse(name, u"o grupo se escreve [Banco]."_s);
+            if (!known.contains(name))
+                refuse(name, u"esta chave não existe."_s);
+        } else if (known.contains(name) && !otherGroups().contains(group)) {
+            // Passed over, the program would open another database than the one that was meant.
+            refuse(name, group.isEmpty() ? u"ela não está em grupo algum."_s : u"ela está no grupo [%1]."_s.arg(group));
+        }
     }
 }
 

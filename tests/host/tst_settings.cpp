@@ -28,6 +28,8 @@ private slots:
     void aPasswordMayHoldAnyCharacter();
     void aWrongValueIsToldWithFileAndKey_data();
     void aWrongValueIsToldWithFileAndKey();
+    void aKeyOutsideOfItsGroupIsTold_data();
+    void aKeyOutsideOfItsGroupIsTold();
     void aLineThatIsNoneIsToldWithItsNumber();
     void whatTheProgramWritesKeepsTheExplanationsAndTheValues();
     void theScaleReadsBackWhatItStored();
@@ -165,6 +167,31 @@ void TstSettings::aWrongValueIsToldWithFileAndKey()
     const QString sentence = refusal();
     QVERIFY2(sentence.contains(m_file), qPrintable(sentence));
     QVERIFY2(sentence.contains(u"\"%1\" do grupo [Banco]"_s.arg(key)), qPrintable(sentence));
+}
+
+void TstSettings::aKeyOutsideOfItsGroupIsTold_data()
+{
+    QTest::addColumn<QByteArray>("text");
+    QTest::addColumn<QString>("reason");
+
+    QTest::newRow("no group") << QByteArray("motor=postgresql\n[Pastas]\nimagens=/x\n")
+                              << u"ela não está em grupo algum."_s;
+    QTest::newRow("misspelt group") << QByteArray("[Bancos]\nmotor=postgresql\n") << u"ela está no grupo [Bancos]."_s;
+    QTest::newRow("group in small letters")
+        << QByteArray("[banco]\nmotor=postgresql\n") << u"o grupo se escreve [Banco]."_s;
+    QTest::newRow("another group's own key") << QByteArray("[Entrada]\nusuario=ana\n") << QString();
+}
+
+void TstSettings::aKeyOutsideOfItsGroupIsTold()
+{
+    QFETCH(const QByteArray, text);
+    QFETCH(const QString, reason);
+    write(text);
+    QCOMPARE(refusal(),
+        reason.isEmpty()
+            ? reason
+            : u"No arquivo de configuração \"%1\", a chave \"motor\" do grupo [Banco] está errada: %2"_s.arg(
+                m_file, reason));
 }
 
 void TstSettings::aLineThatIsNoneIsToldWithItsNumber()
