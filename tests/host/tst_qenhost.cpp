@@ -304,7 +304,7 @@ void TstQenHost::aScreenThatWillNotCloseIsNotOpenedASecondTime()
 void TstQenHost::aReportIsRecordedWithItsDataAndItsPrinter()
 {
     m_settings->setValue(u"Impressoras/padrao"_s, u"Escritório"_s);
-    m_settings->setValue(u"Impressoras/WEtqBarra"_s, u"Zebra da balança"_s);
+    m_settings->setValue(u"Impressoras/WEtqBarra"_s, u"Etiquetas da balança"_s);
     TClientDataSet rows;
     rows.CreateDataSet({TField(u"NUM_OF"_s, TField::Type::Text, 6)});
     rows.Append();
@@ -321,7 +321,7 @@ void TstQenHost::aReportIsRecordedWithItsDataAndItsPrinter()
     QCOMPARE(label.kind, ReportCall::Kind::Graphic);
     QCOMPARE(label.dataSets, QStringList{u"Etiqueta"_s});
     QCOMPARE(label.rowCounts, QList<int>{1});
-    QCOMPARE(label.printer, u"Zebra da balança"_s);
+    QCOMPARE(label.printer, u"Etiquetas da balança"_s);
     QCOMPARE(m_host->recordedReports()[1].kind, ReportCall::Kind::Text);
     QCOMPARE(m_host->recordedReports()[1].printer, u"Escritório"_s);
 }

@@ -216,7 +216,7 @@ void TestRelOrdFab::theHeaderShowsWhatTheCodesStandFor()
         (QStringList{u"CLIENTE=00001"_s, u"NOME=Confecções Serra Azul Ltda"_s, u"DATA=02/03/2026"_s,
             u"KG_ROLO=20,000"_s, u"KG_TOTAL=1.250,500"_s, u"MATCOMPCOD=M0001"_s, u"NUM_OF=000012"_s,
             u"MATCOMPDESC=Meia-malha PV 60/40"_s, u"MATDESC2=Penteada"_s, u"MAQUINA=001"_s,
-            u"MAQUINA_DESC=Circular 30\" 28 agulhas"_s, u"MAQUINA_NOME=Mayer 1"_s,
+            u"MAQUINA_DESC=Circular 30\" 28 agulhas"_s, u"MAQUINA_NOME=Serra Azul 1"_s,
             u"OBSERVACAO=Fio D'água, sem emenda"_s}));
 }
 

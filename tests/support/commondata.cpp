@@ -24,7 +24,7 @@ QVector<Rows> peopleAndPlaces()
             {u"'00001', 'Confecções Serra Azul Ltda', '1'"_s, u"'00002', 'Malhas São Bento S.A.', '1'"_s,
                 u"'00003', 'Têxtil D''Ávila, Filhos & Cia', '2'"_s}},
         {u"MAQUINA (MAQUINA, DESCRICAO, NOME)"_s,
-            {u"'001', 'Circular 30\" 28 agulhas', 'Mayer 1'"_s, u"'002', 'Circular 34\" 24 agulhas', 'Orizio 2'"_s}},
+            {u"'001', 'Circular 30\" 28 agulhas', 'Serra Azul 1'"_s, u"'002', 'Circular 34\" 24 agulhas', 'Vale Claro 2'"_s}},
         {u"TURNO (TURNO, DESCRICAO, NOTURNO)"_s,
             {u"'1', 'Manhã', 'N'"_s, u"'2', 'Tarde', 'N'"_s, u"'3', 'Geral', 'N'"_s, u"'4', 'Noite', 'S'"_s}},
         {u"PESSOAL (CODIGO, NOME, TURNO, ATIVO)"_s,

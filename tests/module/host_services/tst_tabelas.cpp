@@ -119,13 +119,13 @@ void TestTabelas::itIsTheCurrentCompanysTable()
 
 void TestTabelas::withTheFlagTheRecordIsReadAnew()
 {
-    m_data->run(u"INSERT INTO {MAQUINA} (MAQUINA, NOME) VALUES ('001', 'Mayer')"_s);
+    m_data->run(u"INSERT INTO {MAQUINA} (MAQUINA, NOME) VALUES ('001', 'Serra Azul')"_s);
     TTITable *table = m_tabela->AbreTabela(u"tbMaquina"_s);
-    m_data->run(u"UPDATE {MAQUINA} SET NOME = 'Orizio'"_s);
+    m_data->run(u"UPDATE {MAQUINA} SET NOME = 'Vale Claro'"_s);
     m_tabela->AbreTabela(u"tbMaquina"_s, false);
-    QCOMPARE(table->AsString(u"NOME"_s), u"Mayer"_s);
+    QCOMPARE(table->AsString(u"NOME"_s), u"Serra Azul"_s);
     m_tabela->AbreTabela(u"tbMaquina"_s, true);
-    QCOMPARE(table->AsString(u"NOME"_s), u"Orizio"_s);
+    QCOMPARE(table->AsString(u"NOME"_s), u"Vale Claro"_s);
 }
 
 void TestTabelas::aTableThatCannotBeOpenedIsNotOpen()
