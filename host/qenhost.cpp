@@ -94,11 +94,11 @@ QList<int> QenHost::visibleCompanies() const
 bool QenHost::hasRight(const QString &screen, QChar letter, const QString &level)
 {
     return database()
-        .run(uR"(SELECT 1 FROM QEN_USUARIO U WHERE U.USUARIO = %1 AND (U.ATIVO = 'S' OR U.ATIVO IS NULL)
+        .value(uR"(SELECT 1 FROM QEN_USUARIO U WHERE U.USUARIO = %1 AND (U.ATIVO = 'S' OR U.ATIVO IS NULL)
                  AND (U.ADMINISTRADOR = 'S' OR EXISTS (SELECT 1 FROM QEN_DIREITO D WHERE D.USUARIO = U.USUARIO
                       AND D.TELA = %2 AND D.LETRA = %3 AND D.NIVEL = %4)))"_s.arg(
             SqlText::quoted(m_account.user), SqlText::quoted(screen), SqlText::quoted(letter), SqlText::quoted(level)))
-        .next();
+        .isValid();
 }
 
 QString QenHost::parameter(const QString &module, int number)

@@ -44,7 +44,7 @@ std::optional<Account> Session::account(const QString &user) const
     const QString literal = SqlText::quoted(user.trimmed());
     QSqlQuery query = m_database.run(uR"(SELECT USUARIO, NOME, SENHA, ADMINISTRADOR, ATIVO FROM QEN_USUARIO
             WHERE USUARIO = %1 OR UPPER(USUARIO) = UPPER(%1) ORDER BY USUARIO)"_s.arg(literal));
-    if (!query.next())
+    if (!m_database.next(query))
         return {};
     return Account{query.value(0).toString(), query.value(1).toString(), query.value(2).toString(),
         query.value(3).toString() == u"S"_s, isActive(query.value(4))};
@@ -74,14 +74,14 @@ QList<Company> Session::companies(const Account &account) const
     }
     QList<Company> result;
     QSqlQuery query = m_database.run(statement + u" ORDER BY E.NUMERO"_s);
-    while (query.next())
+    while (m_database.next(query))
         result.append({query.value(0).toInt(), query.value(1).toString()});
     return result;
 }
 
 bool Session::hasUsers() const
 {
-    return m_database.run(u"SELECT 1 FROM QEN_USUARIO FETCH FIRST 1 ROWS ONLY"_s).next();
+    return m_database.value(u"SELECT 1 FROM QEN_USUARIO FETCH FIRST 1 ROWS ONLY"_s).isValid();
 }
 
 void Session::createAdministrator(const QString &user, const QString &name, const QString &password)

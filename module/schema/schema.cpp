@@ -49,7 +49,7 @@ QStringList Builder::names(const QString &statement) const
 {
     QStringList found;
     QSqlQuery query = m_database.run(statement);
-    while (query.next())
+    while (m_database.next(query))
         found.append(query.value(0).toString().trimmed());
     return found;
 }
@@ -111,7 +111,7 @@ QList<int> Builder::companies() const
 {
     QList<int> numbers;
     QSqlQuery query = m_database.run(u"SELECT NUMERO FROM QEN_EMPRESA ORDER BY NUMERO"_s);
-    while (query.next())
+    while (m_database.next(query))
         numbers.append(query.value(0).toInt());
     return numbers;
 }
