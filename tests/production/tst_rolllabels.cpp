@@ -33,6 +33,7 @@ private slots:
 
     void theLabelShowsOrderRollWeightAndLots();
     void theStationReadsTheBarcodeOfALabel();
+    void anOrderNumberIsNeverTakenApart();
     void aRollOnTheScaleHasALabelWithoutANumber();
     void withNothingOnTheScaleTheMarkedRollGetsASecondLabel();
     void theLabelPrinterGetsItsOwnLanguage();
@@ -86,6 +87,18 @@ void tst_rolllabels::theStationReadsTheBarcodeOfALabel()
     // A roll that was taken back leaves the order's last one marked.
     station.enter(u"edtOF"_s, u"000012-009"_s);
     QCOMPARE(rolls->currentIndex().row(), 2);
+}
+
+void tst_rolllabels::anOrderNumberIsNeverTakenApart()
+{
+    WriteOffStation station(Engines::current());
+    station.database.run(u"UPDATE {OF_MALHA} SET NUM_OF = '12-345' WHERE NUM_OF = '000012'"_s);
+    station.open(u"TfmMalhaOFBaixaBarra"_s);
+    station.enter(u"edtOF"_s, u"12-345"_s);
+    QCOMPARE(station.text(u"edtOF"_s), u"12-345"_s);
+    QCOMPARE(station.text(u"EdtSaldo"_s), u"100,00"_s);
+    station.enter(u"edtOF"_s, u"12-345-001"_s); // the label of one of its rolls
+    QCOMPARE(station.text(u"edtOF"_s), u"12-345"_s);
 }
 
 void tst_rolllabels::aRollOnTheScaleHasALabelWithoutANumber()
