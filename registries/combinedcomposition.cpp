@@ -13,6 +13,14 @@ namespace CombinedComposition {
 namespace {
 
 constexpr int decimals = 5;
+/// To that many the binary result is what it is on paper: only then a half of the fifth is seen as one.
+constexpr int exactDecimals = 10;
+
+/// The line's part of the share of its yarn, whose lines are so long together.
+double partOf(const RaportLine &line, double total, double percent)
+{
+    return Format::rounded(Format::rounded(line.millimetres * 100 / total * percent / 100, exactDecimals), decimals);
+}
 
 void add(QVector<Line> &lines, const RaportLine &from, int order, double percent)
 {
@@ -39,7 +47,7 @@ QVector<Line> combine(const QVector<Share> &source, const QVector<RaportLine> &r
         if (total == 0)
             continue;
         for (const RaportLine &line : ofYarn)
-            add(lines, line, ++order, Format::rounded(line.millimetres * 100 / total * share.percent / 100, decimals));
+            add(lines, line, ++order, partOf(line, total, share.percent));
     }
     return lines;
 }

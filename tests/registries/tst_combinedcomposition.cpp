@@ -85,6 +85,9 @@ void TestCombinedComposition::aHalfOfTheFifthDecimalGoesUp()
     // Half of 33.33333 % is 16.66666|5.
     QCOMPARE(shown(combine({{u"A"_s, 33.33333}}, {{u"A"_s, u"1"_s, 4}, {u"A"_s, u"2"_s, 4}}, 0)),
         (QStringList{u"A 1 1 16.66667"_s, u"A 2 2 16.66667"_s}));
+    // 3/16 of 10.37 % are 1.94437|5 and 13/16 are 8.42562|5, which no binary fraction says.
+    QCOMPARE(shown(combine({{u"A"_s, 10.37}}, {{u"A"_s, u"1"_s, 3}, {u"A"_s, u"2"_s, 13}}, 0)),
+        (QStringList{u"A 1 1 1.94438"_s, u"A 2 2 8.42563"_s}));
 }
 
 void TestCombinedComposition::partsAreRoundedBeforeTheyAreAdded()
