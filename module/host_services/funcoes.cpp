@@ -90,9 +90,11 @@ QString UnionTodasEmpresas(const QString &Tabela, const QString &SQL, bool Flag)
     QStringList parts;
     for (const int company : Host::current().visibleCompanies()) {
         const QString physical = DBLocalEmpresa(Tabela, company);
-        if (database().run(database().dialect().columnsOf(physical)).next())
+        if (database().value(database().dialect().columnsOf(physical)).isValid())
             parts.append(SqlText::withTables(SQL, [=](const QString &name) { return DBLocalEmpresa(name, company); }));
     }
+    if (parts.isEmpty())
+        throw EQen(u"Nenhuma das empresas do usuário tem a tabela %1."_s.arg(checkedName(Tabela)));
     return parts.join(Flag ? u"\nUNION ALL\n"_s : u"\nUNION\n"_s);
 }
 

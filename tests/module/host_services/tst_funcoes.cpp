@@ -33,6 +33,7 @@ private slots:
     void bothFormsOfTableNamesAgree();
     void everyCompanyThatTheUserSeesIsInTheUnion();
     void aCompanyWithoutTheTableIsLeftOutOfTheUnion();
+    void aTableThatNoCompanyHasIsTold();
     void aValueInBracesStaysInTheUnion();
     void theUnionKeepsOrMergesEqualRows();
 
@@ -146,6 +147,18 @@ void TestFuncoes::aCompanyWithoutTheTableIsLeftOutOfTheUnion()
     m_host->companies = {1};
     QCOMPARE(
         Funcoes::UnionTodasEmpresas(u"NOTA"_s, u"SELECT FATURA FROM {NOTA}"_s, true), u"SELECT FATURA FROM NOTA_001"_s);
+}
+
+void TestFuncoes::aTableThatNoCompanyHasIsTold()
+{
+    m_host->companies = {7, 8};
+    QString sentence;
+    try {
+        Funcoes::UnionTodasEmpresas(u"nota"_s, u"SELECT FATURA FROM {NOTA}"_s, true);
+    } catch (const EQen &error) {
+        sentence = error.sentence();
+    }
+    QCOMPARE(sentence, u"Nenhuma das empresas do usuário tem a tabela NOTA."_s);
 }
 
 void TestFuncoes::aValueInBracesStaysInTheUnion()
