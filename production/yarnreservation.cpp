@@ -55,7 +55,8 @@ bool Lot::isSameAs(const Lot &other) const
 
 double needOf(double percent, double orderKg)
 {
-    return grams(percent / 100 * orderKg);
+    // To ten decimals the binary product is what it is on paper: only then half a gram is seen as one.
+    return grams(Format::rounded(percent / 100 * orderKg, 10));
 }
 
 double balanceOf(double stock, int loopLengths, double reservations)

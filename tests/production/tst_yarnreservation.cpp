@@ -99,6 +99,7 @@ void TestYarnReservation::needsAndBalancesAreReadToTheGram()
     QCOMPARE(needOf(33.33333, 100), 33.333);
     QCOMPARE(needOf(33.33335, 10), 3.333);
     QCOMPARE(needOf(50, 0.001), 0.001);
+    QCOMPARE(needOf(1.4, 11.75), 0.165); // 0.1645, which no binary fraction says
     QCOMPARE(needOf(40, 0), 0.0);
     QCOMPARE(balanceOf(100, 3, 0), 33.333);
     QCOMPARE(balanceOf(200, 3, 0), 66.667);
