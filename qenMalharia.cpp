@@ -15,6 +15,9 @@
 #include "registries/caddefmalha.h"
 #include "registries/cadraport.h"
 #include "registries/mattabpreco.h"
+#include "reports/reldocto.h"
+#include "reports/relmalsaidas.h"
+#include "reports/relmattabpre.h"
 #include "reports/relordemfab.h"
 #include "reports/relpend.h"
 
@@ -22,9 +25,10 @@ namespace {
 
 Package &package()
 {
-    static Package units({&Nfterceiros::unit(), &Ordemfab::unit(), &Relpend::unit(), &Acertomalha::unit(),
-        &Relordemfab::unit(), &Mattabpreco::unit(), &Malfatnf::unit(), &Ordembaixabarra::unit(), &Caddefmalha::unit(),
-        &Cadraport::unit(), &Cadalimentadores::unit(), &Ordembaixa::unit(), &Baixaof::unit(), &Mallibfat::unit()});
+    static Package units({&Nfterceiros::unit(), &Reldocto::unit(), &Ordemfab::unit(), &Relpend::unit(),
+        &Acertomalha::unit(), &Relordemfab::unit(), &Mattabpreco::unit(), &Relmattabpre::unit(), &Malfatnf::unit(),
+        &Relmalsaidas::unit(), &Ordembaixabarra::unit(), &Caddefmalha::unit(), &Cadraport::unit(),
+        &Cadalimentadores::unit(), &Ordembaixa::unit(), &Baixaof::unit(), &Mallibfat::unit()});
     return units;
 }
 

@@ -129,13 +129,19 @@ void useInboundInvoice(ScreenDriver &invoice)
     invoice.enter(u"EdtUnitario"_s, u"24,35"_s);
 }
 
+/// The client who has most orders open of which fabric waits to be invoiced.
+QString clientWithFabric()
+{
+    return value(uR"(
+        SELECT M.CODCLI FROM {PA_MALHA} PA INNER JOIN {MATERIAL} M ON (M.CODIGO = PA.CODIGO)
+        WHERE PA.QTDE_TOTAL > PA.FATURADO GROUP BY M.CODCLI ORDER BY COUNT(*) DESC, M.CODCLI FETCH FIRST 1 ROWS ONLY)"_s);
+}
+
 /// The fabric of the client who has most orders open: one released whole, one with too much, one in part.
 void useRelease(ScreenDriver &release)
 {
     release.enter(u"EdtNumero"_s, {});
-    release.enter(u"edtCliente"_s, value(uR"(
-        SELECT M.CODCLI FROM {PA_MALHA} PA INNER JOIN {MATERIAL} M ON (M.CODIGO = PA.CODIGO)
-        WHERE PA.QTDE_TOTAL > PA.FATURADO GROUP BY M.CODCLI ORDER BY COUNT(*) DESC, M.CODCLI FETCH FIRST 1 ROWS ONLY)"_s));
+    release.enter(u"edtCliente"_s, clientWithFabric());
     auto *rows = release.screen()->findChild<QTableView *>(u"DBGrid1"_s)->model();
     constexpr int balance = 5;
     constexpr int quantity = 6;
@@ -183,6 +189,17 @@ void usePending(ScreenDriver &pending)
     pending.press(u"BtnExecutaSQL"_s);
 }
 
+void usePriceList(ScreenDriver &prices)
+{
+    prices.press(u"ComfirmaRepresen"_s);
+}
+
+void useStock(ScreenDriver &stock)
+{
+    stock.enter(u"EdtCodCli"_s, clientWithFabric());
+    stock.press(u"BtnExecutaSQL"_s);
+}
+
 } // namespace
 
 void handOver(QWidget &screen)
@@ -200,8 +217,9 @@ bool bringIntoUse(QWidget &screen)
         {u"TfmMalhaOF"_s, useOrder}, {u"TfmAcertoMalharia"_s, useBalance}, {u"TfmMalhaOFBaixaBarra"_s, useWriteOff},
         {u"TfmCadDefMalha"_s, useDefects}, {u"TfmCadRaport"_s, useRaport}, {u"TfmCadAlimentador"_s, useFeeders},
         {u"TfmMalLibFat"_s, useRelease}, {u"TfmMatTabPreco"_s, usePrices}, {u"TfmMalFatNF"_s, useBilling},
-        {u"TfmRelOrdFab"_s, useOrderSheets}, {u"TfmRelPend"_s, usePending}, {u"TfmMalhaOFBaixa"_s, useDesk},
-        {u"TfmBaixaOF"_s, useDeskRoll}};
+        {u"TfmRelOrdFab"_s, useOrderSheets}, {u"TfmRelPend"_s, usePending}, {u"TfmRelDocto"_s, usePending},
+        {u"TfmRelMalSaidas"_s, usePending}, {u"TfmRelMatTabPre"_s, usePriceList}, {u"TfmRelEstoqueMat"_s, useStock},
+        {u"TfmMalhaOFBaixa"_s, useDesk}, {u"TfmBaixaOF"_s, useDeskRoll}};
     const auto use = uses.constFind(QString::fromLatin1(screen.metaObject()->className()));
     if (use == uses.constEnd())
         return false;
