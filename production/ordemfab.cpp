@@ -136,7 +136,7 @@ void TfmMalhaOF::edtOFExit()
 {
     if (tbOF_Malha->state() != TTITable::State::Insert)
         return;
-    if (Existe(u"OF_MALHA"_s, u"NUM_OF"_s, Aspas(m_ui->edtOF->text())))
+    if (Existe(u"OF_MALHA"_s, u"NUM_OF"_s, Aspas(recordNumber())))
         refuse(u"Número já Cadastrado."_s, m_ui->edtOF);
 }
 

@@ -17,6 +17,7 @@ private slots:
 
     void aNumberThatIsTakenIsRefusedOnceWhicheverWayItIsLeft_data();
     void aNumberThatIsTakenIsRefusedOnceWhicheverWayItIsLeft();
+    void blanksDoNotHideATakenNumber();
     void leavingTheMaterialOfANewOrderFillsRollWeightAndFlow();
     void theFlowIsThatOfTheHighestNumberNotOfTheLatestDate();
     void aFabricNeverMadeKeepsTheFlowThatWasTyped();
@@ -65,6 +66,18 @@ void TestOrdemFabFields::aNumberThatIsTakenIsRefusedOnceWhicheverWayItIsLeft()
     station.enter(u"edtOF"_s, u"000099"_s);
     QTRY_COMPARE(station.focus(), u"edtData"_s);
     QCOMPARE(station.database.count(u"OF_MALHA"_s), 1);
+}
+
+void TestOrdemFabFields::blanksDoNotHideATakenNumber()
+{
+    OrderStation station;
+    station.insertOrder({.number = u"12-A"_s});
+    station.openOrders();
+    station.click(u"btnincluir"_s);
+    expectInformation(station.answers, station.caption, u"Número já Cadastrado."_s);
+    station.enter(u"edtOF"_s, u" 12-A "_s);
+    QTRY_COMPARE(station.focus(), u"edtOF"_s);
+    QVERIFY(station.answers.allCame());
 }
 
 void TestOrdemFabFields::leavingTheMaterialOfANewOrderFillsRollWeightAndFlow()
