@@ -43,7 +43,8 @@ std::optional<Account> Session::account(const QString &user) const
 {
     const QString literal = SqlText::quoted(user.trimmed());
     QSqlQuery query = m_database.run(uR"(SELECT USUARIO, NOME, SENHA, ADMINISTRADOR, ATIVO FROM QEN_USUARIO
-            WHERE USUARIO = %1 OR UPPER(USUARIO) = UPPER(%1) ORDER BY USUARIO)"_s.arg(literal));
+            WHERE USUARIO = %1 OR UPPER(USUARIO) = UPPER(%1)
+            ORDER BY CASE WHEN USUARIO = %1 THEN 0 ELSE 1 END, USUARIO)"_s.arg(literal));
     if (!m_database.next(query))
         return {};
     return Account{query.value(0).toString(), query.value(1).toString(), query.value(2).toString(),

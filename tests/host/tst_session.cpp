@@ -22,6 +22,7 @@ private slots:
     void aPasswordIsKeptAsArgon2idWithASaltOfItsOwn();
     void theRightPasswordLetsIn();
     void theUsersNameCountsInAnyCase();
+    void ofTwoUsersWhoseNamesDifferByCaseTheTypedOneComesIn();
     void aWrongPasswordAndAnUnknownUserAreToldByTheSameWords();
     void aUserWithoutAPasswordStaysOut();
     void anInactiveUserStaysOut();
@@ -87,6 +88,14 @@ void TstSession::theRightPasswordLetsIn()
 void TstSession::theUsersNameCountsInAnyCase()
 {
     QCOMPARE(session().authenticate(u" admin "_s, u"malha"_s).user, u"ADMIN"_s);
+}
+
+void TstSession::ofTwoUsersWhoseNamesDifferByCaseTheTypedOneComesIn()
+{
+    m_database->run(u"INSERT INTO QEN_USUARIO (USUARIO, NOME, ATIVO) VALUES ('admin', 'Outra pessoa', 'S')"_s);
+    m_database->run(u"INSERT INTO QEN_USUARIO (USUARIO, NOME, ATIVO) VALUES ('Admin', 'Mais uma', 'S')"_s);
+    for (const QString &user : {u"ADMIN"_s, u"Admin"_s, u"admin"_s})
+        QCOMPARE(session().account(user)->user, user);
 }
 
 void TstSession::aWrongPasswordAndAnUnknownUserAreToldByTheSameWords()
