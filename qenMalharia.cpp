@@ -27,8 +27,8 @@ Package &package()
 {
     static Package units({&Nfterceiros::unit(), &Reldocto::unit(), &Ordemfab::unit(), &Relpend::unit(),
         &Acertomalha::unit(), &Relordemfab::unit(), &Mattabpreco::unit(), &Relmattabpre::unit(), &Malfatnf::unit(),
-        &Relmalsaidas::unit(), &Ordembaixabarra::unit(), &Caddefmalha::unit(), &Cadraport::unit(),
-        &Cadalimentadores::unit(), &Ordembaixa::unit(), &Baixaof::unit(), &Mallibfat::unit()});
+        &Relmalsaidas::unit(), &Ordembaixabarra::unit(), &Caddefmalha::unit(), &Cadalimentadores::unit(),
+        &Cadraport::unit(), &Ordembaixa::unit(), &Baixaof::unit(), &Mallibfat::unit()});
     return units;
 }
 

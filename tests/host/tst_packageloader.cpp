@@ -9,17 +9,52 @@
 
 using namespace Qt::StringLiterals;
 
+namespace {
+
+/// The module's screens in the order of their units.
+const QList<std::pair<QString, QString>> screens{{u"TfmNFTerceiros"_s, u"Entrada de Notas Fiscais"_s},
+    {u"TfmRelDocto"_s, u"Relatório de Notas Fiscais de Entrada"_s}, {u"TfmMalhaOF"_s, u"Ordem de Fabricação"_s},
+    {u"TfmRelPend"_s, u"Relatório de OFs Pendentes"_s}, {u"TfmRelProd"_s, u"Relatório de OFs Produzidas"_s},
+    {u"TfmRelRegistros"_s, u".:Relatório de Registro Quantitativo:."_s},
+    {u"TfmRelEstoqueMat"_s, u"Relatório de Estoque por Cliente"_s},
+    {u"TfmAcertoMalharia"_s, u"Atualização de Saldo de OF"_s}, {u"TfmRelOrdFab"_s, u"Relatorio de OFs"_s},
+    {u"TfmMatTabPreco"_s, u"Tabela de Preços"_s}, {u"TfmRelMatTabPre"_s, u"Relatório de Tabela de Preços"_s},
+    {u"TfmMalFatNF"_s, u"Atualização de Notas Fiscais de Cobrança"_s},
+    {u"TfmRelMalSaidas"_s, u"Relatório de saídas por cliente."_s},
+    {u"TfmMalhaOFBaixaBarra"_s, u"Baixa Ordem de Fabricação"_s},
+    {u"TfmCadDefMalha"_s, u"Cadastro de Defeitos da Malha"_s}, {u"TfmCadAlimentador"_s, u"Alimentador de Raport"_s},
+    {u"TfmCadRaport"_s, u"Cadastro de Raport"_s}, {u"TfmMalhaOFBaixa"_s, u"Baixa Ordem de Fabricação"_s},
+    {u"TfmBaixaOF"_s, u"Baixa de OF"_s}, {u"TfmMalLibFat"_s, u"Liberação de Faturamento da Malharia"_s}};
+
+} // namespace
+
 class TstPackageLoader : public QObject
 {
     Q_OBJECT
 
 private slots:
+    void everyClassBearsItsCaption();
     void theClassesStayUntilTheLastUnload();
     void aLoaderThatGoesEndsItsLoads();
     void anUnloadTooManyDoesNothing();
     void aMissingPackageIsRefused();
     void aLibraryThatIsNoPackageIsRefused();
 };
+
+void TstPackageLoader::everyClassBearsItsCaption()
+{
+    PackageLoader package(u"qenMalharia"_s);
+    package.load();
+    QStringList registered;
+    for (const auto &[name, caption] : screens) {
+        const ScreenClass *screen = ClassRegistry::find(name);
+        if (!screen)
+            continue; // not built yet
+        registered.append(name);
+        QCOMPARE(screen->caption, caption);
+    }
+    QCOMPARE(ClassRegistry::names(), registered);
+}
 
 void TstPackageLoader::theClassesStayUntilTheLastUnload()
 {
