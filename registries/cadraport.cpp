@@ -138,6 +138,7 @@ void TfmCadRaport::EdtCorExit()
     if (now == m_loaded && isChanged())
         return; // the field was passed, no more
     LimpaGrades();
+    m_stored = stored(); // before the lines are read: what changes in between is noticed when they are saved
     BuscaDados(now.colour);
     m_loaded = now;
     m_loadedState = state();
@@ -264,9 +265,33 @@ bool TfmCadRaport::requirePair()
     return false;
 }
 
+/// The lines of the header's pair in the table, what is saved of them.
+QStringList TfmCadRaport::stored() const
+{
+    TTIQuery rows;
+    rows.SQL.add(DBLocal_SQL(uR"(
+        SELECT ORDEM, CODIGO, COR_I, MILIMETROS, AGRUPADOR, REPETICAO, DESPERDICIO, OBSERVACAO
+        FROM {RAPORT} WHERE MATERIAL = )"_s)
+        + Aspas(pair().material) + u" AND COR = "_s + Aspas(pair().colour) + u" ORDER BY ORDEM"_s);
+    QStringList lines;
+    for (rows.Open(); !rows.Eof(); rows.Next()) {
+        for (const TField &field : rows.fields())
+            lines.append(rows.AsString(field.name));
+    }
+    return lines;
+}
+
+/// What another station has saved of the rapport since it was read is not overwritten unseen.
+bool TfmCadRaport::mayReplace()
+{
+    return stored() == m_stored
+        || Messages::ask(
+            this, u"Outra estação gravou este raport depois que ele foi aberto aqui. Deseja substituí-lo?"_s);
+}
+
 void TfmCadRaport::BitBtn1Click()
 {
-    if (!Acessa(className(), u'A', u"0"_s, {}) || !requirePair())
+    if (!Acessa(className(), u'A', u"0"_s, {}) || !requirePair() || !mayReplace())
         return;
     m_ui->DBGrid1->finish();
     {
@@ -342,7 +367,7 @@ void TfmCadRaport::BitBtn5Click()
     call.parameters = {{u"MATERIAL"_s, pair().material}, {u"DESC_MATERIAL"_s, m_ui->EdtDescMaterial->text()},
         {u"COR"_s, pair().colour}, {u"DESC_COR"_s, m_ui->EdtDescCor->text()},
         {u"OBSERVACAO"_s, m_ui->EdtObs->toPlainText()}, {u"ALIMENTADORES"_s, int(m_ui->EdtAlimentadores->value())},
-        {u"DESENHO"_s, m_ui->Desenho->grab().toImage()}};
+        {u"DESENHO"_s, m_ui->Desenho->forPaper()}};
     Chama_Relatorio(call);
     TbDados->setRow(line);
 }

@@ -95,6 +95,8 @@ private:
     void openComposition(TTIQuery &composition, const QString &colour) const;
     void fillComposition(TTIQuery &composition);
     void showTechnicalData(TTIQuery &composition);
+    QStringList stored() const;
+    bool mayReplace();
     void ExcluiDados();
     void GravaDados();
     void ProcessaComposicaoCombinada(const QString &material);
@@ -124,6 +126,7 @@ private:
     TClientDataSet *m_lookedUpIn = nullptr; ///< the list in which F4 was pressed
     Pair m_loaded;
     QVariantList m_loadedState;
+    QStringList m_stored; ///< the rapport as the table held it then
     QHash<QString, QColor> m_shades; ///< by colour, as far as they were asked for
     bool m_loading = false;
     bool m_feedersMayChange = false; ///< their registry was opened from here

@@ -32,6 +32,7 @@ private slots:
     void aCellThatIsOpenIsSavedToo_data();
     void aCellThatIsOpenIsSavedToo();
     void nothingRemainsOfASaveThatFails();
+    void whatAnotherStationSavedIsReplacedOnlyWhenWanted();
     void withoutTheRightNothingIsSaved();
     void withoutFabricOrColourNothingIsSaved();
 
@@ -284,6 +285,26 @@ void TestCadRaport::nothingRemainsOfASaveThatFails()
     // What was typed is still there.
     QCOMPARE(station.shown().size(), 3);
     QCOMPARE(station.text(u"EdtObs"_s), u"Outra"_s);
+}
+
+void TestCadRaport::whatAnotherStationSavedIsReplacedOnlyWhenWanted()
+{
+    RaportStation station;
+    station.threeLines();
+    station.openRaport();
+    station.load();
+    station.enter(u"EdtObs"_s, u"Minha"_s);
+    station.database.run(u"UPDATE {RAPORT} SET MILIMETROS = 7 WHERE ORDEM = 2"_s);
+    const QStringList theirs = station.stored();
+    const QString question = u"Outra estação gravou este raport depois que ele foi aberto aqui. Deseja substituí-lo?"_s;
+    station.answers.expectAndType(question, Qt::Key_Return, RaportStation::caption); // No is the default
+    station.click(u"BitBtn1"_s);
+    QCOMPARE(station.stored(), theirs);
+    QCOMPARE(station.text(u"EdtObs"_s), u"Minha"_s); // nothing that was typed is lost
+    station.answers.expect(question, QMessageBox::Yes, RaportStation::caption);
+    station.click(u"BitBtn1"_s);
+    QCOMPARE(station.stored()[1], u"2|FIO30CO|000002|5|FUNDO|2|1.5|Minha"_s);
+    QCOMPARE(station.text(u"EdtMaterial"_s), QString());
 }
 
 void TestCadRaport::withoutTheRightNothingIsSaved()
