@@ -21,14 +21,27 @@ inline QStringList shown(const ReportStation &station, const QStringList &fields
     return rows;
 }
 
+/// The first of the texts that the paper has not after the one before; empty when they all follow one another.
+inline QString firstMissing(const QString &paper, const QStringList &texts)
+{
+    qsizetype from = 0;
+    for (const QString &text : texts) {
+        const qsizetype found = paper.indexOf(text, from);
+        if (found < from)
+            return text + QStringLiteral(" is missing in\n") + paper;
+        from = found + text.size();
+    }
+    return {};
+}
+
 /// The grid of a report as a spreadsheet program opens it, exported by the grid's own menu entry.
 class ExportedGrid
 {
 public:
-    explicit ExportedGrid(ReportStation &station)
-        : m_rows(station.grid()->model()->rowCount())
-        , m_columns(station.grid()->model()->columnCount())
-        , m_sheet(exported(station))
+    explicit ExportedGrid(ReportStation &station, const QString &grid = QStringLiteral("DBGrid1"))
+        : m_rows(station.grid(grid)->model()->rowCount())
+        , m_columns(station.grid(grid)->model()->columnCount())
+        , m_sheet(exported(station, grid))
     {
     }
 
@@ -54,7 +67,7 @@ private:
     {
         return cell.type == QStringLiteral("n") ? QString::number(cell.value.toDouble(), 'g', 12) : cell.value;
     }
-    SheetReader exported(ReportStation &station)
+    SheetReader exported(ReportStation &station, const QString &grid)
     {
         const QString file = m_folder.filePath(QStringLiteral("relatorio.xlsx"));
         station.answers.expectWindow([file](QWidget *window) {
@@ -63,7 +76,7 @@ private:
             name->setText(file);
             QTest::keyClick(name, Qt::Key_Return);
         });
-        GridActions::exportRows(*station.grid(), GridActions::FileKind::Xlsx);
+        GridActions::exportRows(*station.grid(grid), GridActions::FileKind::Xlsx);
         return SheetReader(file);
     }
 

@@ -2,7 +2,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include "tests/reports/exportedgrid.h"
+#include "tests/reports/figures.h"
 #include "tests/reports/outbound.h"
 
 /// An inbound invoice of a client, without its lots.

@@ -23,22 +23,9 @@ private slots:
     void thePaperAddsUpMaterialsInTheOtherOrder();
     void withoutOutputsEachLotIsALine();
     void theOrderOfThePaperIsThatOfItsRows();
+    void longNamesAreNotCut();
     void pagesAddUpToTheWhole();
-
-private:
-    /// Each text is found on the paper after the one before.
-    static void checkSequence(const QString &paper, const QStringList &texts);
 };
-
-void TestRelDoctoPaper::checkSequence(const QString &paper, const QStringList &texts)
-{
-    qsizetype from = 0;
-    for (const QString &next : texts) {
-        const qsizetype found = paper.indexOf(next, from);
-        QVERIFY2(found >= from, qPrintable(next + u" is missing in\n"_s + paper));
-        from = found + next.size();
-    }
-}
 
 void TestRelDoctoPaper::rowsStandByClientDateAndInvoice()
 {
@@ -111,12 +98,15 @@ void TestRelDoctoPaper::gridPaperAndSheetShowTheSameFigures()
         (QStringList{u"|||N"_s, u"S000001|40,13|802,50|N"_s, u"S000002|10,00|200,00|S"_s, u"|||N"_s, u"|||N"_s,
             u"S000006|20,00|200,00|N"_s}));
     QCOMPARE(station.print().name, u"WMalNF1"_s);
-    checkSequence(paper.flatText(),
-        {u"FIO150PES Fio poliéster 150/48 L1 50,125 12,50 626,56\n"_s,
-            u"FIO30CO Fio algodão 30/1 penteado L1 100,000 20,00 2.000,00 S000001 08/03/2026 1 40,13 802,50\n"_s,
-            u" S000002 09/03/2026 1 10,00 200,00 sim\n"_s, u"FIO150PES Fio poliéster 150/48 L3 5,000 12,00 60,00\n"_s,
-            u"FIO30CO Fio algodão 30/1 penteado L2 30,000 20,00 600,00\n"_s,
-            u"L9 Cataguases 75,500 10,00 755,00 S000006 09/03/2026 1 20,00 200,00\n"_s});
+    QCOMPARE(
+        firstMissing(paper.flatText(),
+            {u"FIO150PES Fio poliéster 150/48 L1 50,125 12,50 626,56\n"_s,
+                u"FIO30CO Fio algodão 30/1 penteado L1 100,000 20,00 2.000,00 S000001 08/03/2026 1 40,13 802,50\n"_s,
+                u" S000002 09/03/2026 1 10,00 200,00 sim\n"_s,
+                u"FIO150PES Fio poliéster 150/48 L3 5,000 12,00 60,00\n"_s,
+                u"FIO30CO Fio algodão 30/1 penteado L2 30,000 20,00 600,00\n"_s,
+                u"L9 Cataguases 75,500 10,00 755,00 S000006 09/03/2026 1 20,00 200,00\n"_s}),
+        QString());
     const ExportedGrid sheet(station);
     QCOMPARE(
         sheet.column(u"Kg Entrada"_s), (QStringList{u"50.125"_s, u"100"_s, QString(), u"5"_s, u"30"_s, u"75.5"_s}));
@@ -137,15 +127,17 @@ void TestRelDoctoPaper::thePaperAddsUpInvoicesAndClients()
     const QString text = paper.flatText();
     QVERIFY2(text.contains(u"Período de entrada: 10/02/2026 a 10/03/2026 · Saídas até: 10/03/2026 · Situação: Total"_s),
         qPrintable(text));
-    checkSequence(text,
-        {u"Cliente 00001 Confecções Serra Azul Ltda"_s, u"Nota 0001001 de 02/03/2026 Entrega parcial"_s,
-            u"Total da nota 2 lotes 150,125 2.626,56 50,13 1.002,50"_s, u"Nota 0001002 de 05/03/2026"_s,
-            u"Total da nota 2 lotes 35,000 660,00 0,00 0,00"_s,
-            u"Total do cliente 4 lotes 185,125 3.286,56 50,13 1.002,50"_s, u"das quais devolvidas 10,00 200,00"_s,
-            u"Cliente 00002 Malhas São Bento S.A."_s, u"Nota 0001003 de 06/03/2026 Frete pago"_s,
-            u"Total do cliente 1 lote 75,500 755,00 20,00 200,00"_s,
-            u"Total geral 5 lotes 260,625 4.041,56 70,13 1.202,50"_s, u"das quais devolvidas 10,00 200,00"_s,
-            u"Nesta página 5 lotes 260,625 4.041,56 70,13 1.202,50"_s, u"Página 1 de 1"_s});
+    QCOMPARE(
+        firstMissing(text,
+            {u"Cliente 00001 Confecções Serra Azul Ltda"_s, u"Nota 0001001 de 02/03/2026 Entrega parcial"_s,
+                u"Total da nota 2 lotes 150,125 2.626,56 50,13 1.002,50"_s, u"Nota 0001002 de 05/03/2026"_s,
+                u"Total da nota 2 lotes 35,000 660,00 0,00 0,00"_s,
+                u"Total do cliente 4 lotes 185,125 3.286,56 50,13 1.002,50"_s, u"das quais devolvidas 10,00 200,00"_s,
+                u"Cliente 00002 Malhas São Bento S.A."_s, u"Nota 0001003 de 06/03/2026 Frete pago"_s,
+                u"Total do cliente 1 lote 75,500 755,00 20,00 200,00"_s,
+                u"Total geral 5 lotes 260,625 4.041,56 70,13 1.202,50"_s, u"das quais devolvidas 10,00 200,00"_s,
+                u"Nesta página 5 lotes 260,625 4.041,56 70,13 1.202,50"_s, u"Página 1 de 1"_s}),
+        QString());
     QCOMPARE(text.count(u"das quais"_s), 2); // not where nothing came back
     QVERIFY(!text.contains(u"Material FIO"_s));
 }
@@ -158,13 +150,15 @@ void TestRelDoctoPaper::thePaperAddsUpMaterialsInTheOtherOrder()
     station.click(u"rbMaterial"_s);
     Paper paper(station.host);
     station.print();
-    checkSequence(paper.flatText(),
-        {u"Cliente 00001"_s, u"Material FIO150PES Fio poliéster 150/48"_s, u"Nota 0001001 de 02/03/2026"_s,
-            u"Nota 0001002 de 05/03/2026"_s, u"Total do material 2 lotes 55,125 686,56 0,00 0,00"_s,
-            u"Material FIO30CO Fio algodão 30/1 penteado"_s, u"Nota 0001001"_s, u"S000001"_s, u"S000002"_s,
-            u"Nota 0001002"_s, u"Total do material 2 lotes 130,000 2.600,00 50,13 1.002,50"_s,
-            u"Total do cliente 4 lotes 185,125"_s, u"Cliente 00002"_s,
-            u"Total do material 1 lote 75,500 755,00 20,00 200,00"_s, u"Total geral 5 lotes 260,625 4.041,56"_s});
+    QCOMPARE(
+        firstMissing(paper.flatText(),
+            {u"Cliente 00001"_s, u"Material FIO150PES Fio poliéster 150/48"_s, u"Nota 0001001 de 02/03/2026"_s,
+                u"Nota 0001002 de 05/03/2026"_s, u"Total do material 2 lotes 55,125 686,56 0,00 0,00"_s,
+                u"Material FIO30CO Fio algodão 30/1 penteado"_s, u"Nota 0001001"_s, u"S000001"_s, u"S000002"_s,
+                u"Nota 0001002"_s, u"Total do material 2 lotes 130,000 2.600,00 50,13 1.002,50"_s,
+                u"Total do cliente 4 lotes 185,125"_s, u"Cliente 00002"_s,
+                u"Total do material 1 lote 75,500 755,00 20,00 200,00"_s, u"Total geral 5 lotes 260,625 4.041,56"_s}),
+        QString());
 }
 
 void TestRelDoctoPaper::withoutOutputsEachLotIsALine()
@@ -178,13 +172,14 @@ void TestRelDoctoPaper::withoutOutputsEachLotIsALine()
     QCOMPARE(report.name, u"WMalNF2"_s);
     QCOMPARE(report.rowCounts, QList<int>{6}); // the query is the same
     const QString text = paper.flatText();
-    checkSequence(text,
-        {u"Cliente 00001 Confecções Serra Azul Ltda"_s, u"Nota 0001001 de 02/03/2026 Entrega parcial"_s,
-            u"FIO150PES Fio poliéster 150/48 L1 50,125 12,50 626,56\n"_s,
-            u"FIO30CO Fio algodão 30/1 penteado L1 100,000 20,00 2.000,00\n"_s,
-            u"Total da nota 2 lotes 150,125 2.626,56\n"_s, u"Total da nota 2 lotes 35,000 660,00\n"_s,
-            u"Total do cliente 4 lotes 185,125 3.286,56\n"_s, u"Total do cliente 1 lote 75,500 755,00\n"_s,
-            u"Total geral 5 lotes 260,625 4.041,56\n"_s, u"Nesta página 5 lotes 260,625 4.041,56\n"_s});
+    QCOMPARE(firstMissing(text,
+                 {u"Cliente 00001 Confecções Serra Azul Ltda"_s, u"Nota 0001001 de 02/03/2026 Entrega parcial"_s,
+                     u"FIO150PES Fio poliéster 150/48 L1 50,125 12,50 626,56\n"_s,
+                     u"FIO30CO Fio algodão 30/1 penteado L1 100,000 20,00 2.000,00\n"_s,
+                     u"Total da nota 2 lotes 150,125 2.626,56\n"_s, u"Total da nota 2 lotes 35,000 660,00\n"_s,
+                     u"Total do cliente 4 lotes 185,125 3.286,56\n"_s, u"Total do cliente 1 lote 75,500 755,00\n"_s,
+                     u"Total geral 5 lotes 260,625 4.041,56\n"_s, u"Nesta página 5 lotes 260,625 4.041,56\n"_s}),
+        QString());
     QCOMPARE(text.count(u"FIO30CO"_s), 2);
     QVERIFY(!text.contains(u"S00000"_s));
 }
@@ -202,6 +197,36 @@ void TestRelDoctoPaper::theOrderOfThePaperIsThatOfItsRows()
     station.found();
     station.print();
     QVERIFY2(paper.flatText().contains(u"Total do material"_s), qPrintable(paper.text()));
+}
+
+void TestRelDoctoPaper::longNamesAreNotCut()
+{
+    const QString longest =
+        u"Fio misto algodão e poliéster cardado para malharia circular de grande diâmetro, cor cru, "
+        "cone de 2"_s;
+    InboundStation station;
+    station.database.run(u"INSERT INTO {MATERIAL} (CODIGO, DESCRICAO) VALUES ('FIOMISTO5050/30', '%1')"_s.arg(longest));
+    station.receive({.number = u"0001001"_s, .observation = u"Entrega parcial, "_s.repeated(20) + u"fim"_s},
+        {{.material = u"FIOMISTO5050/30"_s,
+            .lot = u"WWWWWWWWWWWWWWW"_s,
+            .physical = 1234567.891,
+            .price = 1234.5678,
+            .value = 12345678.9,
+            .brand = u"Fiação Brasileira do Nordeste"_s}});
+    station.openReport();
+    Paper paper(station.host);
+    for (const QString &choice : {u"rbNotas"_s, u"ckSaidas"_s}) {
+        station.click(choice);
+        station.print();
+        const QString text = paper.text();
+        const QStringList words =
+            u"FIOMISTO5050/30 1.234.567,891 1.234,5678 12.345.678,90 Nordeste fim"_s.split(u' ')
+            + longest.split(u' ');
+        for (const QString &word : words)
+            QVERIFY2(text.contains(word), qPrintable(word + u" is missing in\n"_s + text));
+        QCOMPARE(text.count(u'W'), 15);
+        QVERIFY2(!text.contains(u'…'), qPrintable(text));
+    }
 }
 
 void TestRelDoctoPaper::pagesAddUpToTheWhole()

@@ -1,6 +1,6 @@
 // SPDX-FileCopyrightText: The qen authors
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "tests/reports/exportedgrid.h"
+#include "tests/reports/figures.h"
 #include "tests/reports/outbound.h"
 #include "tests/support/paper.h"
 
@@ -251,16 +251,14 @@ void TestRelMalSaidas::thePaperAddsUpEachClientWhoeverTheInvoicesWentTo()
     const QString text = paper.flatText();
     QVERIFY2(text.contains(u"Período: 10/02/2026 a 10/03/2026"_s), qPrintable(text));
     // Each client once, with all of its rows.
-    qsizetype from = 0;
-    for (const QString &next : {u"Confecções Serra Azul Ltda"_s, u"0000101"_s, u"0000102"_s, u"0000104 2"_s,
-             u"3 itens Total do cliente 130,750 326,88"_s, u"dos quais em notas canceladas 20,250 50,63"_s,
-             u"Malhas São Bento S.A."_s, u"0000103"_s, u"0000104 10"_s, u"2 itens Total do cliente 100,000 312,50"_s,
-             u"5 itens Total geral 230,750 639,38"_s, u"dos quais em notas canceladas 20,250 50,63"_s,
-             u"Nesta página 230,750 639,38"_s, u"Página 1 de 1"_s}) {
-        const qsizetype found = text.indexOf(next, from);
-        QVERIFY2(found >= from, qPrintable(next + u" is missing in "_s + text));
-        from = found + next.size();
-    }
+    QCOMPARE(
+        firstMissing(text,
+            {u"Confecções Serra Azul Ltda"_s, u"0000101"_s, u"0000102"_s, u"0000104 2"_s,
+                u"3 itens Total do cliente 130,750 326,88"_s, u"dos quais em notas canceladas 20,250 50,63"_s,
+                u"Malhas São Bento S.A."_s, u"0000103"_s, u"0000104 10"_s, u"2 itens Total do cliente 100,000 312,50"_s,
+                u"5 itens Total geral 230,750 639,38"_s, u"dos quais em notas canceladas 20,250 50,63"_s,
+                u"Nesta página 230,750 639,38"_s, u"Página 1 de 1"_s}),
+        QString());
     QCOMPARE(text.count(u"dos quais"_s), 2);
 }
 

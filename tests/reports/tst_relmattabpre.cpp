@@ -1,6 +1,6 @@
 // SPDX-FileCopyrightText: The qen authors
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "tests/reports/exportedgrid.h"
+#include "tests/reports/figures.h"
 #include "tests/support/paper.h"
 
 #include <QRadioButton>
@@ -233,14 +233,11 @@ void TestRelMatTabPre::thePaperStandsByMaterialGroup()
     const QString text = paper.flatText();
     QVERIFY2(text.contains(u"Tabela: 001 Praça Sul"_s), qPrintable(text));
     // The groups by their codes; in them the order that was chosen.
-    qsizetype from = 0;
-    for (const QString &next : {u"Grupo 15 Malhas próprias"_s, u"M0002"_s, u"1 preço Média do grupo 6,10"_s,
-             u"Grupo 150 Malhas de terceiros"_s, u"A0009"_s, u"M0001"_s, u"3 preços Média do grupo 4,27 4,30"_s,
-             u"4 preços Média geral 4,73"_s, u"Nesta página: 4 preços"_s, u"Página 1 de 1"_s}) {
-        const qsizetype found = text.indexOf(next, from);
-        QVERIFY2(found >= from, qPrintable(next + u" is missing in "_s + text));
-        from = found;
-    }
+    QCOMPARE(firstMissing(text,
+                 {u"Grupo 15 Malhas próprias"_s, u"M0002"_s, u"1 preço Média do grupo 6,10"_s,
+                     u"Grupo 150 Malhas de terceiros"_s, u"A0009"_s, u"M0001"_s, u"3 preços Média do grupo 4,27 4,30"_s,
+                     u"4 preços Média geral 4,73"_s, u"Nesta página: 4 preços"_s, u"Página 1 de 1"_s}),
+        QString());
     QVERIFY2(text.contains(u"4,67 4,70 4,48\n"_s), qPrintable(text)); // means of the 13th, the 14th, and of the means
 }
 
