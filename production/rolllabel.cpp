@@ -8,24 +8,25 @@
 using namespace Funcoes;
 using namespace Qt::StringLiterals;
 
+// A yarn and its lots stand once, in however many colours of the fabric the yarn is.
 RollLabelYarn::RollLabelYarn(const QString &of, const QString &fabric)
 {
     m_composition.SQL.add(DBLocal_SQL(uR"(
-        SELECT COMP.MATERIAL, COMP.CODIGO, MATERIAL.DESCRICAO
+        SELECT DISTINCT COMP.MATERIAL, COMP.CODIGO, MATERIAL.DESCRICAO
         FROM {COMP_MATERIAL} COMP
         LEFT JOIN {MATERIAL} MATERIAL ON (COMP.CODIGO = MATERIAL.CODIGO)
         WHERE COMP.MATERIAL = )"_s,
-        Aspas(fabric)));
+        Aspas(fabric) + u" ORDER BY COMP.CODIGO"_s));
     m_composition.Open();
     m_lots.SQL.add(DBLocal_SQL(uR"(
-        SELECT BAIXA.CODIGO, BAIXA.DOCTO, BAIXA.LOTE, MATERIAL.DESCRICAO
+        SELECT DISTINCT BAIXA.CODIGO, BAIXA.DOCTO, BAIXA.LOTE, MATERIAL.DESCRICAO
         FROM {COMP_MATERIAL} COMP
         INNER JOIN {BAIXA_FIO} BAIXA ON (COMP.CODIGO = BAIXA.CODIGO AND COMP.MATERIAL = )"_s,
                        Aspas(fabric))
         + DBLocal_SQL(uR"()
         LEFT JOIN {MATERIAL} MATERIAL ON (BAIXA.CODIGO = MATERIAL.CODIGO)
         WHERE BAIXA.NUMERO = )"_s,
-            Aspas(of)));
+            Aspas(of) + u" ORDER BY BAIXA.CODIGO, BAIXA.DOCTO, BAIXA.LOTE"_s));
     m_lots.Open();
 }
 

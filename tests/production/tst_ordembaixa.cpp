@@ -456,6 +456,9 @@ void tst_ordembaixa::theLabelIsThatOfTheMarkedRoll()
     DeskStation station;
     station.database.run(u"INSERT INTO {BAIXA_FIO} (NUMERO, DOCTO, CODIGO, LOTE, QTDE)"
                          " VALUES ('000012', '0001203', 'FIO30CO', 'L1', 60)"_s);
+    // The yarn is in another colour of the fabric, too: the label names it once.
+    station.database.run(u"INSERT INTO {COMP_MATERIAL} (MATERIAL, COR, CODIGO, COR_I, ORDEM, PERC)"
+                         " VALUES ('M0001', '000002', 'FIO30CO', '000002', 1, 100)"_s);
     station.addRoll(u"000012"_s, u"001"_s, 20);
     station.addRoll(u"000012"_s, u"002"_s, 19);
     station.openDesk();
