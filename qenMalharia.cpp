@@ -20,15 +20,17 @@
 #include "reports/relmattabpre.h"
 #include "reports/relordemfab.h"
 #include "reports/relpend.h"
+#include "reports/relprod.h"
+#include "reports/relregistros.h"
 
 namespace {
 
 Package &package()
 {
     static Package units({&Nfterceiros::unit(), &Reldocto::unit(), &Ordemfab::unit(), &Relpend::unit(),
-        &Acertomalha::unit(), &Relordemfab::unit(), &Mattabpreco::unit(), &Relmattabpre::unit(), &Malfatnf::unit(),
-        &Relmalsaidas::unit(), &Ordembaixabarra::unit(), &Caddefmalha::unit(), &Cadalimentadores::unit(),
-        &Cadraport::unit(), &Ordembaixa::unit(), &Baixaof::unit(), &Mallibfat::unit()});
+        &Relprod::unit(), &Relregistros::unit(), &Acertomalha::unit(), &Relordemfab::unit(), &Mattabpreco::unit(),
+        &Relmattabpre::unit(), &Malfatnf::unit(), &Relmalsaidas::unit(), &Ordembaixabarra::unit(), &Caddefmalha::unit(),
+        &Cadalimentadores::unit(), &Cadraport::unit(), &Ordembaixa::unit(), &Baixaof::unit(), &Mallibfat::unit()});
     return units;
 }
 

@@ -13,11 +13,12 @@ constexpr int kgDecimals = 3;
 constexpr int valueDecimals = 2;
 
 /// From 0; shiftCount for a shift that has no column.
-int placeOf(const QString &shift)
+size_t placeOf(const QString &shift)
 {
     bool isNumber = false;
     const int number = shift.trimmed().toInt(&isNumber);
-    return isNumber && number >= 1 && number <= ProductionPivot::shiftCount ? number - 1 : ProductionPivot::shiftCount;
+    return isNumber && number >= 1 && number <= ProductionPivot::shiftCount ? size_t(number) - 1
+                                                                            : size_t(ProductionPivot::shiftCount);
 }
 
 QStringList groupOf(const ProductionPivot::Produced &produced, bool byDate)
@@ -26,12 +27,30 @@ QStringList groupOf(const ProductionPivot::Produced &produced, bool byDate)
         produced.clientName, byDate ? produced.date.toString(Qt::ISODate) : QString()};
 }
 
-void add(std::optional<double> &sum, double amount, int decimals)
+void add(std::optional<double> &sum, double amount)
 {
-    sum = Format::rounded(sum.value_or(0) + amount, decimals);
+    sum = sum.value_or(0) + amount;
+}
+
+void round(ProductionPivot::ByShift &sums, int decimals)
+{
+    for (std::optional<double> &sum : sums) {
+        if (sum)
+            sum = Format::rounded(*sum, decimals);
+    }
 }
 
 } // namespace
+
+std::optional<double> ProductionPivot::total(const ByShift &sums)
+{
+    std::optional<double> result;
+    for (const std::optional<double> &sum : sums) {
+        if (sum)
+            add(result, *sum);
+    }
+    return result ? std::optional(Format::rounded(*result, kgDecimals)) : std::nullopt;
+}
 
 QList<ProductionPivot::Row> ProductionPivot::rows(const QList<Produced> &produced, bool byDate)
 {
@@ -50,15 +69,14 @@ QList<ProductionPivot::Row> ProductionPivot::rows(const QList<Produced> &produce
                 .date = byDate ? one.date : QDate()});
         }
         Row &row = result[places.value(group)];
-        const int shift = placeOf(one.shift);
-        row.totalKg = Format::rounded(row.totalKg + one.kg, kgDecimals);
-        if (shift < shiftCount)
-            add(row.kg[size_t(shift)], one.kg, kgDecimals);
-        if (!one.value)
-            continue;
-        add(row.totalValue, *one.value, valueDecimals);
-        if (shift < shiftCount)
-            add(row.value[size_t(shift)], *one.value, valueDecimals);
+        const size_t shift = placeOf(one.shift);
+        add(row.kg[shift], one.kg);
+        if (one.value)
+            add(row.value[shift], *one.value);
+    }
+    for (Row &row : result) {
+        round(row.kg, kgDecimals);
+        round(row.value, valueDecimals);
     }
     return result;
 }
@@ -66,10 +84,10 @@ QList<ProductionPivot::Row> ProductionPivot::rows(const QList<Produced> &produce
 QMap<QString, ProductionPivot::ByShift> ProductionPivot::byMachine(const QList<Produced> &produced)
 {
     QMap<QString, ByShift> result;
-    for (const Produced &one : produced) {
-        double &sum = result[one.machine][size_t(placeOf(one.shift))];
-        sum = Format::rounded(sum + one.kg, kgDecimals);
-    }
+    for (const Produced &one : produced)
+        add(result[one.machine][placeOf(one.shift)], one.kg);
+    for (ByShift &sums : result)
+        round(sums, kgDecimals);
     return result;
 }
 

@@ -26,28 +26,28 @@ struct Produced
     QString shift;
     QDate date; ///< of the write-off
     double kg = 0;
-    std::optional<double> value; ///< without a price: none
+    std::optional<double> value = {}; ///< without a price: none
 };
+
+/// Sums by shift; the last place is that of all shifts that are not "1" to "4". Where nothing came there is none.
+using ByShift = std::array<std::optional<double>, shiftCount + 1>;
+/// Of all shifts; none where no shift has any.
+std::optional<double> total(const ByShift &sums);
 
 struct Row
 {
     QString machine, machineName;
     QString material, materialName;
     QString client, clientName;
-    QDate date; ///< invalid unless the rows are by date
-    /// By shift, rounded to the gram and the cent; none where the shift produced nothing or had no price.
-    std::array<std::optional<double>, shiftCount> kg, value;
-    /// Of all shifts, also of those that are not "1" to "4".
-    double totalKg = 0;
-    std::optional<double> totalValue;
+    QDate date = {}; ///< invalid unless the rows are by date
+    ByShift kg = {}; ///< to the gram
+    ByShift value = {}; ///< to the cent, so that what is printed adds up
 };
 
 /// A row per machine, fabric and client, and per date when `byDate`, in the order in which they first come.
 QList<Row> rows(const QList<Produced> &produced, bool byDate);
 
-/// Kilograms of a machine by shift; the last place is that of all other shifts.
-using ByShift = std::array<double, shiftCount + 1>;
-/// By the machine's code.
+/// Kilograms by the machine's code.
 QMap<QString, ByShift> byMachine(const QList<Produced> &produced);
 /// Kilograms of each day on which something was produced.
 QMap<QDate, double> byDay(const QList<Produced> &produced);
