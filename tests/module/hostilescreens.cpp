@@ -327,13 +327,22 @@ QList<HostileScreen> releaseScreen()
             .stored = {u"EdtNota"_s, u"EdtObs"_s, u"edtCliente"_s}}};
 }
 
+/// The first field is not left without a region.
+QList<HostileScreen> priceReport()
+{
+    return {{.name = u"TfmRelMatTabPre"_s,
+        .mode = u"region"_s,
+        .edit = [](TestStation &station) { station.enter(u"edtTabPre_CodReg"_s, u"01"_s); },
+        .confirm = u"BtnExecutaSQL"_s}};
+}
+
 } // namespace
 
 QList<HostileScreen> HostileScreens::entriesOf(const QString &name)
 {
     static const QList<HostileScreen> all = ordersScreen() + invoicesScreen() + balanceScreen() + stationScreen()
         + deskScreen() + defectsScreen() + releaseScreen() + pricesScreen() + billingScreen() + feedersScreen()
-        + raportScreen();
+        + raportScreen() + priceReport();
     QList<HostileScreen> result;
     std::copy_if(all.begin(), all.end(), std::back_inserter(result),
         [&](const HostileScreen &entry) { return entry.name == name; });

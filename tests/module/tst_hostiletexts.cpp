@@ -301,6 +301,13 @@ void Attack::attack(const Field &field, const QString &text)
         prepare();
         return;
     }
+    const QWidget *widget = m_station.child(field.name);
+    const bool within = widget->isAncestorOf(editor);
+    if (field.column.isEmpty() ? !within && editor != widget : !within) {
+        fault(u"it does not get the focus"_s);
+        prepare();
+        return;
+    }
     const QString stood = textOf(editor);
     const QString letIn = put(editor, text);
     if (letIn == stood) { // nothing was let in: the next text comes over what stands there
