@@ -189,6 +189,21 @@ void usePending(ScreenDriver &pending)
     pending.press(u"BtnExecutaSQL"_s);
 }
 
+void useProduction(ScreenDriver &production)
+{
+    production.enter(u"EdtCodTab"_s, value(u"SELECT MIN(REGIAO) FROM {TABPRECO}"_s));
+    production.press(u"BtnExecutaSQL"_s);
+}
+
+/// The rolls of the last ten orders that have any.
+void useRegister(ScreenDriver &rolls)
+{
+    const QString last = value(u"SELECT MAX(NUM_OF) FROM {OF_MALHA_BAIXAS}"_s);
+    rolls.enter(u"edtOfIni"_s, QString::number(last.toInt() - 9).rightJustified(last.size(), u'0'));
+    rolls.type(u"edtOfFim"_s, last);
+    rolls.press(u"BtnExecutaSQL"_s);
+}
+
 void usePriceList(ScreenDriver &prices)
 {
     prices.press(u"ComfirmaRepresen"_s);
@@ -219,7 +234,8 @@ bool bringIntoUse(QWidget &screen)
         {u"TfmMalLibFat"_s, useRelease}, {u"TfmMatTabPreco"_s, usePrices}, {u"TfmMalFatNF"_s, useBilling},
         {u"TfmRelOrdFab"_s, useOrderSheets}, {u"TfmRelPend"_s, usePending}, {u"TfmRelDocto"_s, usePending},
         {u"TfmRelMalSaidas"_s, usePending}, {u"TfmRelMatTabPre"_s, usePriceList}, {u"TfmRelEstoqueMat"_s, useStock},
-        {u"TfmMalhaOFBaixa"_s, useDesk}, {u"TfmBaixaOF"_s, useDeskRoll}};
+        {u"TfmRelProd"_s, useProduction}, {u"TfmRelRegistros"_s, useRegister}, {u"TfmMalhaOFBaixa"_s, useDesk},
+        {u"TfmBaixaOF"_s, useDeskRoll}};
     const auto use = uses.constFind(QString::fromLatin1(screen.metaObject()->className()));
     if (use == uses.constEnd())
         return false;
