@@ -124,13 +124,13 @@ void TfmRelDocto::BuscaDados()
     fill(&sorted, forCompanies(Gera_SQL(), u"NFTERCEIROS"_s, m_ui->ckTodasEmpresas->isChecked(), order));
     sorted.setIndexFieldNames(index);
     m_byMaterial = byMaterial;
-    m_lots.clear();
     tbRelatorio->EmptyDataSet();
     tbRelatorio->setIndexFieldNames({});
     Ttransfere::TTransDataSet transfer;
     transfer.SetTabelaOrigem(&sorted);
     transfer.SetTabelaDestino(tbRelatorio);
     transfer.TransfereDados();
+    m_lots.clear();
     tbRelatorio->setIndexFieldNames(index);
     tbRelatorio->First();
 }

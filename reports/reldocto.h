@@ -40,7 +40,7 @@ private:
 
     std::unique_ptr<Ui::fmRelDocto> m_ui;
     TClientDataSet *tbRelatorio;
-    QSet<QString> m_lots; ///< those that had their first row
+    QSet<QString> m_lots; ///< those that had their first row, while rows are read
     bool m_byMaterial = false; ///< the order in which the rows were read
 };
 

@@ -33,6 +33,7 @@ private slots:
     void everyFilterFindsByItself();
     void blanksInAFieldAreNoFilter();
     void allCompaniesComeTogether();
+    void equalLotsOfTwoCompaniesBothCount();
     void wrongCodesGetTheirMessageAndTheirSearch();
     void nothingFoundIsSaidAndNotPrinted();
     void aFailedStatementLeavesTheScreenReady();
@@ -283,6 +284,17 @@ void TestRelDocto::allCompaniesComeTogether()
     narrow.openReport();
     narrow.click(u"ckTodasEmpresas"_s);
     QCOMPARE(narrow.found(), QStringList());
+}
+
+void TestRelDocto::equalLotsOfTwoCompaniesBothCount()
+{
+    InboundStation station;
+    station.database.addCommonData(2);
+    for (const QString &company : {QString(), u"_002"_s})
+        station.receive({.number = u"0001001"_s}, {{}}, company);
+    station.openReport();
+    station.click(u"ckTodasEmpresas"_s);
+    QCOMPARE(station.consult(u"ENTRADA"_s), (QStringList{u"50,000"_s, u"50,000"_s}));
 }
 
 void TestRelDocto::wrongCodesGetTheirMessageAndTheirSearch()
