@@ -99,7 +99,7 @@ void TfmRelProd::FormCreate()
     Cria_Tabela();
     m_ui->DBGrid1->setDataSet(tbProducao);
     showColumns();
-    m_ui->Divisor->setSizes({680, 400});
+    m_ui->Divisor->setSizes({770, 310});
     m_ui->Divisor->setStretchFactor(0, 1);
     setLastMonth(m_ui->EdtDataIni, m_ui->EdtDataFim);
     m_ui->EdtHoraIni->setText(Format::time(dayBegin));

@@ -30,7 +30,8 @@ constexpr int drawnWidth = 520; // pixels in which a picture is laid out; larger
 constexpr int paperHeight = 760; // pixels of the picture on paper, 1500 wide for one chart
 constexpr int paperWidth = 1500;
 constexpr int mostAcross = 8; // categories whose names stand beside each other; those of more stand upright
-constexpr int labelledDays = 8; // more would run into each other
+constexpr int labelledDays = 5; // more would run into each other
+constexpr int uprightCategories = 8; // the labels of more are turned
 constexpr double barWidth = 0.7; // of the room of a category
 
 /// Apart from each other also where a printer makes greys of them.
@@ -210,6 +211,7 @@ void ReportChart::drawColumns(QChart *chart) const
     across->setTruncateLabels(false); // codes that begin alike would read alike
     across->setLabelsAngle(m_categories.size() > mostAcross ? -90 : 0);
     across->setGridLineVisible(false);
+    across->setLabelsAngle(m_categories.size() > uprightCategories ? -90 : 0);
     const auto [lowest, highest] = columnEnds(m_series, m_categories.size(), stacked);
     chart->addAxis(across, Qt::AlignBottom);
     chart->addAxis(kilogramAxis(lowest, highest), Qt::AlignLeft);

@@ -186,7 +186,7 @@ void TestRelRegistros::rowsShowTheRollAndItsOrder()
     station.openOn(u"000012"_s, u"000012"_s);
     station.click(u"BtnExecutaSQL"_s);
     QCOMPARE(station.rows().first(),
-        u"000012|001|04/03/2026|08:05:09|20,500|1|Malhas São Bento S.A.|Meia-malha PV 60/40|A12|000101|00002|M0001"_s);
+        u"000012|001|04/03/2026|08:05:09|20,500|1|A12|Malhas São Bento S.A.|Meia-malha PV 60/40|000101|00002|M0001"_s);
     QStringList fields;
     for (const TField &field : station.grid()->dataSet()->fields())
         fields.append(field.name.toUpper());
