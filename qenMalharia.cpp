@@ -16,6 +16,7 @@
 #include "registries/cadraport.h"
 #include "registries/mattabpreco.h"
 #include "reports/reldocto.h"
+#include "reports/relestoquemat.h"
 #include "reports/relmalsaidas.h"
 #include "reports/relmattabpre.h"
 #include "reports/relordemfab.h"
@@ -28,9 +29,10 @@ namespace {
 Package &package()
 {
     static Package units({&Nfterceiros::unit(), &Reldocto::unit(), &Ordemfab::unit(), &Relpend::unit(),
-        &Relprod::unit(), &Relregistros::unit(), &Acertomalha::unit(), &Relordemfab::unit(), &Mattabpreco::unit(),
-        &Relmattabpre::unit(), &Malfatnf::unit(), &Relmalsaidas::unit(), &Ordembaixabarra::unit(), &Caddefmalha::unit(),
-        &Cadalimentadores::unit(), &Cadraport::unit(), &Ordembaixa::unit(), &Baixaof::unit(), &Mallibfat::unit()});
+        &Relprod::unit(), &Relregistros::unit(), &Relestoquemat::unit(), &Acertomalha::unit(), &Relordemfab::unit(),
+        &Mattabpreco::unit(), &Relmattabpre::unit(), &Malfatnf::unit(), &Relmalsaidas::unit(), &Ordembaixabarra::unit(),
+        &Caddefmalha::unit(), &Cadalimentadores::unit(), &Cadraport::unit(), &Ordembaixa::unit(), &Baixaof::unit(),
+        &Mallibfat::unit()});
     return units;
 }
 

@@ -61,6 +61,14 @@ QString lowestFree(const QString &table, const QString &field, int width, const 
     return number;
 }
 
+/// What a name in braces stands for: a company's table, or with {EMPRESA} its number, by which a statement over all
+/// companies tells whose its rows are.
+QString ofCompany(const QString &name, int company)
+{
+    return name.compare(u"EMPRESA"_s, Qt::CaseInsensitive) == 0 ? QString::number(company)
+                                                                : Funcoes::DBLocalEmpresa(name, company);
+}
+
 } // namespace
 
 namespace Funcoes {
@@ -82,7 +90,8 @@ QString DBLocal(const QString &Nome, bool Flag)
 
 QString DBLocal_SQL(const QString &SQL, const QString &Extra)
 {
-    return SqlText::withTables(SQL, [](const QString &name) { return DBLocal(name); }) + Extra;
+    const auto ofCurrent = [](const QString &name) { return ofCompany(name, Host::current().company()); };
+    return SqlText::withTables(SQL, ofCurrent) + Extra;
 }
 
 QString UnionTodasEmpresas(const QString &Tabela, const QString &SQL, bool Flag)
@@ -91,7 +100,7 @@ QString UnionTodasEmpresas(const QString &Tabela, const QString &SQL, bool Flag)
     for (const int company : Host::current().visibleCompanies()) {
         const QString physical = DBLocalEmpresa(Tabela, company);
         if (database().value(database().dialect().columnsOf(physical)).isValid())
-            parts.append(SqlText::withTables(SQL, [=](const QString &name) { return DBLocalEmpresa(name, company); }));
+            parts.append(SqlText::withTables(SQL, [=](const QString &name) { return ofCompany(name, company); }));
     }
     if (parts.isEmpty())
         throw EQen(u"Nenhuma das empresas do usuário tem a tabela %1."_s.arg(checkedName(Tabela)));

@@ -31,6 +31,7 @@ private slots:
     void aTableIsTheCurrentCompanys();
     void whatIsNoTableNameIsRefused();
     void bothFormsOfTableNamesAgree();
+    void rowsTellTheNumberOfTheirCompany();
     void everyCompanyThatTheUserSeesIsInTheUnion();
     void aCompanyWithoutTheTableIsLeftOutOfTheUnion();
     void aTableThatNoCompanyHasIsTold();
@@ -120,6 +121,16 @@ void TestFuncoes::bothFormsOfTableNamesAgree()
     QCOMPARE(Funcoes::DBLocal_SQL(u"SELECT '{NOTA}' FROM {NOTA}"_s, u" ORDER BY 1"_s),
         u"SELECT '{NOTA}' FROM NOTA_002 ORDER BY 1"_s);
     QCOMPARE(Funcoes::DBLocal_SQL(u"SELECT 1 FROM NOTA_001"_s), u"SELECT 1 FROM NOTA_001"_s);
+}
+
+void TestFuncoes::rowsTellTheNumberOfTheirCompany()
+{
+    const QString select = u"SELECT {EMPRESA} AS EMPRESA FROM {NOTA}"_s;
+    m_host->companyNumber = 2;
+    QCOMPARE(Funcoes::DBLocal_SQL(select), u"SELECT 2 AS EMPRESA FROM NOTA_002"_s);
+    m_host->companies = {1, 2};
+    QCOMPARE(Funcoes::UnionTodasEmpresas(u"NOTA"_s, select, true),
+        u"SELECT 1 AS EMPRESA FROM NOTA_001\nUNION ALL\nSELECT 2 AS EMPRESA FROM NOTA_002"_s);
 }
 
 void TestFuncoes::everyCompanyThatTheUserSeesIsInTheUnion()
