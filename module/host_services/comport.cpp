@@ -40,15 +40,51 @@ QString reasonOf(const QSerialPort &port)
     }
 }
 
-/// A number of the store, when it is one of `allowed`.
-template <typename T>
-void loadChoice(const QSettings &store, const QString &name, std::initializer_list<T> allowed, T &into)
+/// The numbers of a store that were read, and the first key whose value was none of those allowed.
+class NumberReader
 {
-    bool isNumber = false;
-    const int value = store.value(name).toInt(&isNumber);
-    for (const T choice : allowed)
-        if (isNumber && value == int(choice))
-            into = choice;
+public:
+    explicit NumberReader(const QSettings &store)
+        : m_store(store)
+    {
+    }
+
+    template <typename T> void read(const QString &name, std::initializer_list<T> allowed, T &into)
+    {
+        read(name, [&](int value) {
+            for (const T choice : allowed) {
+                if (value == int(choice)) {
+                    into = choice;
+                    return true;
+                }
+            }
+            return false;
+        });
+    }
+
+    template <typename Take> void read(const QString &name, const Take &take)
+    {
+        const QString text = m_store.value(name).toString().trimmed();
+        bool isNumber = false;
+        const int value = text.toInt(&isNumber);
+        if (!text.isEmpty() && (!isNumber || !take(value)) && wrongKey.isEmpty())
+            wrongKey = m_store.group() + u'/' + name;
+    }
+
+    QString wrongKey;
+
+private:
+    const QSettings &m_store;
+};
+
+/// Takes positive numbers alone.
+auto positive(int &into)
+{
+    return [&into](int value) {
+        if (value > 0)
+            into = value;
+        return value > 0;
+    };
 }
 
 } // namespace
@@ -100,6 +136,7 @@ void TCustomComPort::SetSettings(const ComPortSettings &settings)
 {
     m_settings = settings;
     m_settings.waitMs = std::clamp(settings.waitMs, shortestWaitMs, longestWaitMs);
+    m_wrongSetting.clear();
 }
 
 void TCustomComPort::Open()
@@ -107,6 +144,8 @@ void TCustomComPort::Open()
     if (anyPortWaits)
         throw EComPort(u"A balança já está sendo lida."_s);
     Close();
+    if (!m_wrongSetting.isEmpty())
+        throw EComPort(m_wrongSetting);
     m_port.setPortName(m_settings.deviceName());
     m_port.setBaudRate(m_settings.baudRate);
     m_port.setDataBits(m_settings.dataBits);
@@ -194,21 +233,24 @@ void TCustomComPort::LoadSettings(QSettings &store, const QString &key)
     store.beginGroup(key);
     if (const QString port = store.value(u"Porta"_s).toString().trimmed(); !port.isEmpty())
         settings.port = port;
-    if (const qint32 baudRate = store.value(u"BaudRate"_s).toInt(); baudRate > 0)
-        settings.baudRate = baudRate;
-    loadChoice(store, u"DataBits"_s, {QSerialPort::Data7, QSerialPort::Data8}, settings.dataBits);
-    loadChoice(store, u"Paridade"_s,
+    NumberReader numbers(store);
+    numbers.read(u"BaudRate"_s, positive(settings.baudRate));
+    numbers.read(u"DataBits"_s, {QSerialPort::Data7, QSerialPort::Data8}, settings.dataBits);
+    numbers.read(u"Paridade"_s,
         {QSerialPort::NoParity, QSerialPort::EvenParity, QSerialPort::OddParity, QSerialPort::MarkParity,
             QSerialPort::SpaceParity},
         settings.parity);
-    loadChoice(store, u"StopBits"_s, {QSerialPort::OneStop, QSerialPort::TwoStop}, settings.stopBits);
-    loadChoice(store, u"ControleFluxo"_s,
+    numbers.read(u"StopBits"_s, {QSerialPort::OneStop, QSerialPort::TwoStop}, settings.stopBits);
+    numbers.read(u"ControleFluxo"_s,
         {QSerialPort::NoFlowControl, QSerialPort::HardwareControl, QSerialPort::SoftwareControl}, settings.flowControl);
-    if (const int waitMs = store.value(u"Espera"_s).toInt(); waitMs > 0)
-        settings.waitMs = waitMs;
+    numbers.read(u"Espera"_s, positive(settings.waitMs));
     settings.request = QByteArray::fromHex(store.value(u"Pedido"_s).toString().toLatin1());
     store.endGroup();
     SetSettings(settings);
+    if (!numbers.wrongKey.isEmpty()) {
+        m_wrongSetting = u"Configuração da balança: no arquivo \"%1\" a chave \"%2\" está errada. F10 configura."_s.arg(
+            store.fileName(), numbers.wrongKey);
+    }
 }
 
 void TCustomComPort::StoreSettings(QSettings &store, const QString &key) const

@@ -79,7 +79,8 @@ public:
     /// Everything that came since Open, bounded, for the set-up dialog.
     QByteArray ReceivedBytes();
 
-    /// What is missing or makes no sense in the store stays at its default.
+    /// What is missing in the store is the default. What makes no sense is the default for the set-up dialog, and
+    /// Open() refuses to work with it: its message names file and key.
     void LoadSettings(QSettings &store, const QString &key);
     void StoreSettings(QSettings &store, const QString &key) const;
     /// Lets the user change the settings; closes the port before. False when the user gave up.
@@ -94,4 +95,5 @@ private:
     QSerialPort m_port;
     QByteArray m_received;
     bool m_startsAtBoundary = false;
+    QString m_wrongSetting; ///< the sentence that says which one; empty: none
 };

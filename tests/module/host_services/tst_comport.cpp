@@ -102,7 +102,7 @@ private slots:
     void inputMeanwhileComesAfterwards();
     void aFloodIsBounded();
     void settingsSurviveARoundTrip();
-    void nonsenseInTheStoreIsTheDefault();
+    void nonsenseInTheStoreIsSaidWithFileAndKey();
     void theSetUpDialogIsFilledWithKeys();
     void escapeKeepsTheSettings();
     void aWrongRequestIsNotAccepted();
@@ -414,7 +414,7 @@ void TestComPort::settingsSurviveARoundTrip()
     QCOMPARE(other.Settings(), ComPortSettings());
 }
 
-void TestComPort::nonsenseInTheStoreIsTheDefault()
+void TestComPort::nonsenseInTheStoreIsSaidWithFileAndKey()
 {
     const QTemporaryDir folder;
     QSettings store(folder.filePath(u"qen.ini"_s), QSettings::IniFormat);
@@ -430,6 +430,13 @@ void TestComPort::nonsenseInTheStoreIsTheDefault()
     store.endGroup();
     m_port->LoadSettings(store, scaleSettingsKey);
     QCOMPARE(m_port->Settings(), ComPortSettings());
+    try {
+        m_port->Open();
+        QFAIL("a port was opened with settings that nobody chose");
+    } catch (const EComPort &error) {
+        QVERIFY(error.sentence().contains(store.fileName()));
+        QVERIFY(error.sentence().contains(u"Kelta/Parametros/BaudRate"_s));
+    }
     store.setValue(u"Kelta/Parametros/Espera"_s, 99999);
     m_port->LoadSettings(store, scaleSettingsKey);
     QCOMPARE(m_port->Settings().waitMs, 10000);
