@@ -19,7 +19,6 @@
 #include "production/writeoffrules.h"
 
 #include <QKeyEvent>
-#include <QRegularExpression>
 
 using namespace Funcoes;
 using namespace Qt::StringLiterals;
@@ -94,27 +93,12 @@ void TfmMalhaOFBaixaBarra::edtOFExit()
         clearOrder();
         return;
     }
-    const QString number = takeScannedRoll();
     const bool found = BuscaOFMalha();
     BuscaBaixasMalha();
-    if (!number.isEmpty())
-        qryBaixas->Locate(u"NUM_BAIXA"_s, {number});
     const QPointer<TfmMalhaOFBaixaBarra> alive(this);
     m_weighing->read(scaleReading);
     if (alive && !found)
         m_weighing->showHint(u"OF não encontrada."_s, true);
-}
-
-/// The barcode of a roll's label holds order and roll, "000012-003": the order stays in its field. Gives the number
-/// of the roll, none for what is an order alone, as all is that fits into an order number: "12-345" too.
-QString TfmMalhaOFBaixaBarra::takeScannedRoll()
-{
-    static const QRegularExpression label(u"^(.{1,6})-(\\d{3,})$"_s);
-    const QRegularExpressionMatch scanned = label.match(orderNumber());
-    if (orderNumber().size() <= 6 || !scanned.hasMatch())
-        return {};
-    m_ui->edtOF->setText(scanned.captured(1));
-    return scanned.captured(2);
 }
 
 bool TfmMalhaOFBaixaBarra::BuscaOFMalha()

@@ -39,7 +39,6 @@ protected:
 
 private:
     QString orderNumber() const;
-    QString takeScannedRoll();
     bool BuscaOFMalha();
     void BuscaBaixasMalha();
     void BaixaOFMalha(Roll &roll);

@@ -30,6 +30,9 @@ std::function<void()> following(const QString &done, const std::function<void()>
     return [done, action] {
         try {
             action();
+        } catch (const EDatabaseError &error) {
+            // Its sentence says that nothing was written, and means what follows alone.
+            throw EQen(done + u" O registro no log ou a leitura que segue falhou."_s, error.details());
         } catch (const EQen &error) {
             throw EQen(done + u' ' + error.sentence(), error.details());
         }
