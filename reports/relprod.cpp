@@ -99,7 +99,7 @@ void TfmRelProd::FormCreate()
     Cria_Tabela();
     m_ui->DBGrid1->setDataSet(tbProducao);
     showColumns();
-    m_ui->Divisor->setSizes({770, 310});
+    m_ui->Divisor->setSizes({800, 280});
     m_ui->Divisor->setStretchFactor(0, 1);
     setLastMonth(m_ui->EdtDataIni, m_ui->EdtDataFim);
     m_ui->EdtHoraIni->setText(Format::time(dayBegin));
@@ -349,7 +349,7 @@ void TfmRelProd::showCharts()
     QStringList names;
     QList<ReportChart::Series> shifts;
     for (int shift = 1; shift <= ProductionPivot::shiftCount; ++shift)
-        shifts.append({u"%1º turno"_s.arg(shift), {}});
+        shifts.append({u"%1º"_s.arg(shift), {}});
     shifts.append({u"Sem turno"_s, {}});
     for (auto machine = machines.cbegin(); machine != machines.cend(); ++machine) {
         names.append(machine.key().isEmpty() ? u"Sem máquina"_s : machine.key());

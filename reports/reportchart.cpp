@@ -30,7 +30,7 @@ constexpr int drawnWidth = 520; // pixels in which a picture is laid out; larger
 constexpr int paperHeight = 760; // pixels of the picture on paper, 1500 wide for one chart
 constexpr int paperWidth = 1500;
 constexpr int mostAcross = 8; // categories whose names stand beside each other; those of more stand upright
-constexpr int labelledDays = 5; // more would run into each other
+constexpr int labelledDays = 4; // more would run into each other
 constexpr int uprightCategories = 8; // the labels of more are turned
 constexpr double barWidth = 0.7; // of the room of a category
 
@@ -50,12 +50,12 @@ void explain(bool entered, const QString &what, double kg)
         QToolTip::hideText();
 }
 
-/// An axis takes each label once.
+/// An axis takes each label once, and none that is null.
 QStringList distinct(const QStringList &labels)
 {
     QStringList result;
     for (QString label : labels) {
-        while (result.contains(label))
+        while (label.isEmpty() || result.contains(label))
             label += QChar::Nbsp;
         result.append(label);
     }
@@ -98,10 +98,10 @@ std::pair<double, double> columnEnds(const QList<ReportChart::Series> &series, q
     return {lowest, highest};
 }
 
-/// Those of the reports' paper.
-void setLetters(QChart *chart)
+/// Small ones, that labels are whole beside a grid too.
+void setLetters(QChart *chart, const QString &family)
 {
-    QFont font(u"Liberation Sans"_s, 9);
+    QFont font(family, 8);
     chart->legend()->setFont(font);
     for (QAbstractAxis *axis : chart->axes()) {
         axis->setLabelsFont(font);
@@ -174,9 +174,6 @@ std::unique_ptr<QChart> ReportChart::draw() const
 {
     auto chart = std::make_unique<QChart>();
     chart->setTitle(m_title);
-    QFont bold = font();
-    bold.setBold(true);
-    chart->setTitleFont(bold);
     chart->setLocale(QLocale(QLocale::Portuguese, QLocale::Brazil));
     chart->setLocalizeNumbers(true);
     chart->setBackgroundRoundness(0);
@@ -185,6 +182,7 @@ std::unique_ptr<QChart> ReportChart::draw() const
     chart->legend()->setVisible(m_series.size() > 1);
     if (!isEmpty())
         m_firstDay.isValid() ? drawDays(chart.get()) : drawColumns(chart.get());
+    setLetters(chart.get(), font().family());
     return chart;
 }
 
@@ -193,25 +191,32 @@ void ReportChart::drawColumns(QChart *chart) const
     const bool stacked = m_kind == Columns::Stacked;
     QAbstractBarSeries *bars = stacked ? static_cast<QAbstractBarSeries *>(new QStackedBarSeries) : new QBarSeries;
     bars->setBarWidth(barWidth);
+    // Turned labels at the very ends would be left out by the axis, for the room that they take lying.
+    const bool turned = m_categories.size() > uprightCategories;
+    const int before = turned ? 1 : 0;
+    QStringList labels = m_categories;
+    if (turned)
+        labels = QStringList{QString()} + labels + QStringList{QString()};
     for (const Series &one : m_series) {
         auto *set = new QBarSet(one.name);
         set->setColor(colourOf(bars->count()));
         set->setBorderColor(Qt::white);
-        for (qsizetype category = 0; category < m_categories.size(); ++category)
-            set->append(one.values.value(category));
-        connect(set, &QBarSet::hovered, this, [this, one](bool entered, int category) {
+        for (qsizetype place = 0; place < labels.size(); ++place)
+            set->append(one.values.value(place - before));
+        connect(set, &QBarSet::hovered, this, [this, one, before](bool entered, int place) {
+            const int category = place - before;
             explain(entered, m_categories.value(category) + u" · "_s + one.name, one.values.value(category));
         });
         bars->append(set);
     }
     chart->addSeries(bars);
     auto *across = new QBarCategoryAxis;
-    across->append(distinct(m_categories));
+    across->append(distinct(labels));
     across->setLabelsFont(smaller(font()));
     across->setTruncateLabels(false); // codes that begin alike would read alike
     across->setLabelsAngle(m_categories.size() > mostAcross ? -90 : 0);
     across->setGridLineVisible(false);
-    across->setLabelsAngle(m_categories.size() > uprightCategories ? -90 : 0);
+    across->setLabelsAngle(turned ? -90 : 0);
     const auto [lowest, highest] = columnEnds(m_series, m_categories.size(), stacked);
     chart->addAxis(across, Qt::AlignBottom);
     chart->addAxis(kilogramAxis(lowest, highest), Qt::AlignLeft);
@@ -257,7 +262,7 @@ void ReportChart::showDrawn()
 QImage ReportChart::image(const QSize &size) const
 {
     QChartView page(draw().release());
-    setLetters(page.chart());
+    setLetters(page.chart(), u"Liberation Sans"_s); // that of the reports' paper
     page.setFrameShape(QFrame::NoFrame);
     page.resize(drawnWidth, drawnWidth * size.height() / qMax(1, size.width()));
     page.grab(); // which lays it out

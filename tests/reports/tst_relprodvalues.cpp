@@ -143,7 +143,7 @@ void TestRelProdValues::picturesFollowTheFilters()
     QStringList shifts;
     for (const ReportChart::Series &series : station.chart(u"GraficoMaquinas"_s).series())
         shifts.append(series.name);
-    QCOMPARE(shifts, (QStringList{u"1º turno"_s, u"2º turno"_s, u"3º turno"_s, u"4º turno"_s}));
+    QCOMPARE(shifts, (QStringList{u"1º"_s, u"2º"_s, u"3º"_s, u"4º"_s}));
     QCOMPARE(station.drawn(u"GraficoDias"_s), (QStringList{u"02/03: 64,750"_s, u"03/03: 93,625"_s}));
     station.enter(u"EdtCodCli"_s, u"00002"_s);
     station.click(u"BtnExecutaSQL"_s);

@@ -43,6 +43,7 @@ private slots:
     void seriesWithoutAnyFigureAreLeftOut();
     void whatIsTooManyIsOneColumn();
     void categoriesMayBearTheSameName();
+    void aCategoryWithoutANameKeepsItsPlace();
     void columnsAreAsHighAsTheirFigures();
     void aNegativeFigureStandsBelow();
     void daysBetweenCountAsNothing();
@@ -106,6 +107,15 @@ void TestReportChart::categoriesMayBearTheSameName()
     const int left = pixelsOf(image, firstColour, QRect(0, 0, 290, 260));
     const int right = pixelsOf(image, firstColour, QRect(290, 0, 230, 260));
     QVERIFY2(left > 500 && right > 500, qPrintable(u"%1 %2"_s.arg(left).arg(right)));
+}
+
+void TestReportChart::aCategoryWithoutANameKeepsItsPlace()
+{
+    ReportChart chart;
+    chart.showColumns(ReportChart::Columns::SideBySide, {QString(), u"Malhas"_s}, {{u"kg"_s, {0, 10}}});
+    const QImage image = chart.image({520, 260});
+    QCOMPARE(pixelsOf(image, firstColour, QRect(0, 0, 290, 260)), 0);
+    QVERIFY(pixelsOf(image, firstColour, QRect(290, 0, 230, 260)) > 500);
 }
 
 void TestReportChart::columnsAreAsHighAsTheirFigures()
