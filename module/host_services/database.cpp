@@ -83,6 +83,15 @@ QSqlQuery TTIDatabase::run(const QString &statement)
     return query;
 }
 
+void TTIDatabase::check(const QString &statement)
+{
+    reconnectIfLost();
+    QSqlQuery query(connection());
+    const QString adapted = m_dialect->adapted(statement);
+    if (!query.prepare(adapted))
+        throw failure(query.lastError(), adapted);
+}
+
 bool TTIDatabase::next(QSqlQuery &query) const
 {
     if (query.next())

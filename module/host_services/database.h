@@ -46,6 +46,8 @@ public:
 
     /// Runs one statement; the query stands before its first row. Throws EDatabaseError.
     QSqlQuery run(const QString &statement);
+    /// Has the engine check the statement without running it. Throws EDatabaseError.
+    void check(const QString &statement);
     /// Moves to the next row. Throws EDatabaseError: an engine may fail while it fetches, which is not the end.
     bool next(QSqlQuery &query) const;
     /// The first column of the first row; an invalid value when there is no row.

@@ -22,10 +22,11 @@ QString vUsuario();
 QString DBLocal(const QString &Nome, bool Flag = true);
 /// Physical name for a company by its number.
 QString DBLocalEmpresa(const QString &Nome, int company);
-/// Each {NAME} outside of quotes replaced by its physical name; the second text is appended.
+/// Each {NAME} outside of quotes replaced by its physical name, {EMPRESA} by the company's number; the second text is
+/// appended.
 QString DBLocal_SQL(const QString &SQL, const QString &Extra = {});
 /// The statement once for every company that the user may see, joined by UNION ALL (Flag) or UNION.
-/// A company that has no such table is left out.
+/// A company that has no such table is left out; EQen when none has it.
 QString UnionTodasEmpresas(const QString &Tabela, const QString &SQL, bool Flag);
 
 QString Aspas(const QString &Valor);

@@ -91,6 +91,13 @@ void TTIQuery::Open()
     emit AfterScroll();
 }
 
+void TTIQuery::Prepare()
+{
+    m_prepared = false;
+    m_database->check(SQL.text());
+    m_prepared = true;
+}
+
 void TTIQuery::Close()
 {
     emit aboutToReset();

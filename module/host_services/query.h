@@ -46,6 +46,12 @@ public:
     void Open();
     void Close();
     bool Active() const { return m_active; }
+    /// For a statement that is run again and again: the engine checks it, and what is wrong with it is known before
+    /// anything runs. Throws EDatabaseError. Each run is planned anew: a plan that Firebird keeps also keeps the rows
+    /// of its own moment.
+    void Prepare();
+    void Unprepare() { m_prepared = false; }
+    bool Prepared() const { return m_prepared; }
     /// Runs a change and gives the number of rows that it met. Throws EDatabaseError.
     int ExecSQL();
     void FetchAll();
@@ -68,6 +74,7 @@ private:
     TTIDatabase *m_database;
     QSqlQuery m_query;
     Rows m_rows;
+    bool m_prepared = false;
     bool m_active = false;
     bool m_more = false;
     QString m_whole; ///< the statement when it was asked for its first rows alone

@@ -40,6 +40,8 @@ private slots:
     void titlesAndMasksAreKept();
     void openingAgainReadsAnew();
     void anotherSelectHasItsOwnFields();
+    void aPreparedSelectIsRunAgainAndReadsAnew();
+    void aWrongSelectIsRefusedWhenItIsPrepared();
     void aFailedSelectLeavesTheRowsAsTheyWere();
     void aRowThatCannotBeFetchedIsAnError();
     void aClosedQueryHasNoRows();
@@ -301,6 +303,33 @@ void TestQuery::anotherSelectHasItsOwnFields()
     open(u"SELECT QTDE FROM OF_MALHA_BAIXAS_001"_s);
     QVERIFY(!m_query->hasField(u"NUM_BAIXA"_s));
     QCOMPARE(m_query->AsFloat(u"QTDE"_s), 3.333);
+}
+
+void TestQuery::aPreparedSelectIsRunAgainAndReadsAnew()
+{
+    insertRolls(3);
+    m_query->SQL.add(u"SELECT NUM_BAIXA FROM OF_MALHA_BAIXAS_001 WHERE NUM_OF = '000001' ORDER BY NUM_BAIXA"_s);
+    m_query->Prepare();
+    QVERIFY(m_query->Prepared());
+    for (int rows = 3; rows < 6; ++rows) {
+        m_query->Open();
+        QCOMPARE(m_query->rowCount(), rows);
+        m_database->run(
+            u"INSERT INTO OF_MALHA_BAIXAS_001 (NUM_OF, NUM_BAIXA) VALUES ('000001', '%1')"_s.arg(100 + rows));
+    }
+    Save save(*m_database);
+    m_database->run(u"DELETE FROM OF_MALHA_BAIXAS_001 WHERE NUM_BAIXA = '001'"_s);
+    m_query->Open(); // sees what its save has done
+    QCOMPARE(m_query->rowCount(), 5);
+    m_query->Unprepare();
+    QVERIFY(!m_query->Prepared());
+}
+
+void TestQuery::aWrongSelectIsRefusedWhenItIsPrepared()
+{
+    m_query->SQL.add(u"SELECT NADA FROM OF_MALHA_BAIXAS_001"_s);
+    QVERIFY_EXCEPTION_THROWN(m_query->Prepare(), EDatabaseError);
+    QVERIFY(!m_query->Prepared());
 }
 
 void TestQuery::aFailedSelectLeavesTheRowsAsTheyWere()
