@@ -5,6 +5,7 @@
 
 #include "host/demonstrationscale.h"
 #include "host/qenhost.h"
+#include "host/reportdesk.h"
 #include "host/screendriver.h"
 #include "module/host_services/database.h"
 #include "module/host_services/errors.h"
@@ -39,8 +40,12 @@ public:
         : m_host(host)
         , m_folder(folder)
         , m_scale(host.settings())
+        , m_desk(folder)
     {
+        m_host.setReportDesk(&m_desk);
     }
+    ~Demonstration() { m_host.setReportDesk(nullptr); }
+    Q_DISABLE_COPY_MOVE(Demonstration)
 
     void planOrder();
     void weighRoll();
@@ -60,6 +65,7 @@ private:
     QenHost &m_host;
     QString m_folder;
     DemonstrationScale m_scale;
+    PictureDesk m_desk;
     QString m_of;
 };
 
@@ -97,9 +103,13 @@ void Demonstration::weighRoll()
     station.press(u"btnBaixa"_s);
     for (const QString &text : answers.texts())
         say(u"    "_s + text + u" Sim"_s);
-    station.press(u"BtnImprimir"_s);
     station.enter(u"edtOF"_s, m_of);
     station.save(file(u"3-rolo-baixado"_s));
+    // With nothing on the scale the label is that of the roll that was written off.
+    station.enter(u"EdtPesoRolo"_s, u"0"_s);
+    station.press(u"BtnImprimir"_s);
+    for (const QString &printed : m_desk.files())
+        say(u"    impresso: "_s + printed);
     station.screen()->close();
 }
 

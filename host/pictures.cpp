@@ -8,6 +8,9 @@
 #include "host/logindialog.h"
 #include "host/mainwindow.h"
 #include "host/qenhost.h"
+#include "host/reportdesk.h"
+#include "host/screendriver.h"
+#include "host/screenprinting.h"
 #include "host/screenusage.h"
 #include "module/host_services/classregistry.h"
 #include "module/host_services/database.h"
@@ -19,6 +22,7 @@
 #include <QDir>
 #include <QMessageBox>
 #include <QPixmap>
+#include <QScopeGuard>
 #include <QSettings>
 #include <QTimer>
 #include <QWidget>
@@ -76,6 +80,10 @@ QStringList Pictures::ofAllScreens(QenHost &host, const QString &folder)
 {
     makeFolder(folder);
     const DemonstrationScale scale(host.settings());
+    const BoxAnswers answers; // an empty database has nothing to be brought into use, and says so
+    PictureDesk desk(folder);
+    host.setReportDesk(&desk);
+    const auto away = qScopeGuard([&host] { host.setReportDesk(nullptr); });
     QStringList files;
     for (const QString &name : ClassRegistry::names()) {
         const QPointer<QWidget> screen = host.loadForm(u"qenMalharia"_s, name, true, false);
@@ -90,9 +98,10 @@ QStringList Pictures::ofAllScreens(QenHost &host, const QString &folder)
             files.append(u"%1/%2-in-use.png"_s.arg(folder, name));
             save(*screen, files.last());
         }
+        printInUse(*screen);
         delete screen;
     }
-    return files;
+    return files + desk.files();
 }
 
 QStringList Pictures::ofTheProgram(QenHost &host, const QString &engineName, const QString &folder)

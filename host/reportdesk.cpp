@@ -183,3 +183,21 @@ void FolderDesk::deliver(Report &report, const ReportCall &)
     if (report.isText())
         writeBytes(report.bytes(PrinterCodes::escP()), file.chopped(3) + u"prn"_s);
 }
+
+PictureDesk::PictureDesk(const QString &folder)
+    : m_folder(folder)
+{
+}
+
+void PictureDesk::deliver(Report &report, const ReportCall &call)
+{
+    constexpr double resolution = 110;
+    const QString file = m_folder + u'/' + report.name();
+    for (const QString &ending : {u".pdf"_s, u".prn"_s})
+        QFile::remove(file + ending);
+    FolderDesk(m_folder).deliver(report, call);
+    const PageStore &pages = report.pages();
+    if (!PagePainter::image(pages.page(0), pages.paper(), pages.count(), resolution).save(file + u"-1.png"_s))
+        throw EQen(u"O arquivo \"%1\" não pode ser gravado."_s.arg(file + u"-1.png"_s));
+    m_files << file + u".pdf"_s << file + u"-1.png"_s;
+}

@@ -61,7 +61,22 @@ public:
     explicit FolderDesk(const QString &folder);
 
     void deliver(Report &report, const ReportCall &call) override;
-    const QStringList &files() const { return m_files; }
+    const QStringList &files() const { return m_files; } ///< the PDF files
+
+private:
+    QString m_folder;
+    QStringList m_files;
+};
+
+/// The same in a folder that is used again, in place of what was printed there before, and with a picture of each
+/// report's first page: <layout>.pdf and <layout>-1.png.
+class PictureDesk : public ReportDesk
+{
+public:
+    explicit PictureDesk(const QString &folder);
+
+    void deliver(Report &report, const ReportCall &call) override;
+    const QStringList &files() const { return m_files; } ///< both kinds
 
 private:
     QString m_folder;

@@ -7,6 +7,7 @@
 
 #include <QAbstractButton>
 #include <QApplication>
+#include <QDialog>
 #include <QKeyEvent>
 #include <QLineEdit>
 #include <QMessageBox>
@@ -100,8 +101,8 @@ BoxAnswers::BoxAnswers()
 
 bool BoxAnswers::eventFilter(QObject *watched, QEvent *event)
 {
-    auto *box = event->type() == QEvent::Show ? qobject_cast<QMessageBox *>(watched) : nullptr;
-    if (box) {
+    auto *dialog = event->type() == QEvent::Show ? qobject_cast<QDialog *>(watched) : nullptr;
+    if (auto *box = qobject_cast<QMessageBox *>(dialog)) {
         m_texts.append(box->text());
         // When it stands in its own event loop.
         QTimer::singleShot(0, box, [box] {
@@ -109,6 +110,8 @@ bool BoxAnswers::eventFilter(QObject *watched, QEvent *event)
             button = button ? button : box->button(QMessageBox::Ok);
             button ? button->click() : box->accept();
         });
+    } else if (dialog && dialog->isModal()) {
+        QTimer::singleShot(0, dialog, &QDialog::reject);
     }
     return QObject::eventFilter(watched, event);
 }

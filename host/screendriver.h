@@ -31,7 +31,7 @@ private:
     QPointer<QWidget> m_screen;
 };
 
-/// Answers the boxes that come up while it lives with Yes or OK, and keeps their texts.
+/// Answers the boxes that come up while it lives with Yes or OK, and keeps their texts. Searches are left as by Esc.
 class BoxAnswers : public QObject
 {
 public:

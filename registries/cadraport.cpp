@@ -367,7 +367,7 @@ void TfmCadRaport::BitBtn5Click()
     call.parameters = {{u"MATERIAL"_s, pair().material}, {u"DESC_MATERIAL"_s, m_ui->EdtDescMaterial->text()},
         {u"COR"_s, pair().colour}, {u"DESC_COR"_s, m_ui->EdtDescCor->text()},
         {u"OBSERVACAO"_s, m_ui->EdtObs->toPlainText()}, {u"ALIMENTADORES"_s, int(m_ui->EdtAlimentadores->value())},
-        {u"DESENHO"_s, m_ui->Desenho->grab().toImage()}};
+        {u"DESENHO"_s, m_ui->Desenho->forPaper()}};
     Chama_Relatorio(call);
     TbDados->setRow(line);
 }

@@ -230,6 +230,23 @@ void RaportPicture::paintLegend(QPainter &painter) const
     }
 }
 
+QImage RaportPicture::forPaper() const
+{
+    constexpr QSize size(380, 503);
+    constexpr int sharpness = 3;
+    RaportPicture paper;
+    QPalette inks(Qt::white);
+    inks.setColor(QPalette::Window, Qt::white);
+    inks.setColor(QPalette::Text, Qt::black);
+    paper.setPalette(inks);
+    paper.setStripes(m_stripes);
+    paper.resize(size);
+    QImage image(size * sharpness, QImage::Format_RGB32);
+    image.setDevicePixelRatio(sharpness);
+    paper.render(&image);
+    return image;
+}
+
 void RaportPicture::mousePressEvent(QMouseEvent *event)
 {
     const int line = lineAt(event->pos());

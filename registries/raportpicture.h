@@ -3,6 +3,7 @@
 #pragma once
 
 #include <QColor>
+#include <QImage>
 #include <QVector>
 #include <QWidget>
 
@@ -34,6 +35,9 @@ public:
     QStringList legend() const;
     /// "#1b2a49"; invalid for anything else, the empty text included.
     static QColor shadeOf(const QString &text);
+
+    /// The same for paper: sharper, and without the mark of the line that the user is in.
+    QImage forPaper() const;
 
     QSize sizeHint() const override { return {240, 340}; }
     QSize minimumSizeHint() const override { return {220, 200}; }

@@ -42,6 +42,7 @@ private slots:
     void aDatabaseThatIsNoneIsToldWithoutACrash();
     void everyScreenIsPicturedAndNothingOfTheUserTouched();
     void aDatabaseOfPostgresIsPicturedByItsAddress();
+    void theDemonstrationLeavesTheLabelOfItsRoll();
 
 private:
     Run run(const QStringList &arguments, const QString &platform = {}) const;
@@ -136,8 +137,13 @@ void TstProgram::everyScreenIsPicturedAndNothingOfTheUserTouched()
     const QStringList files = program.output.split(u'\n', Qt::SkipEmptyParts);
     for (const QString &name : {u"login"_s, u"main-window"_s, u"TfmMalhaOF-empty"_s, u"TfmMalhaOFBaixaBarra-empty"_s})
         QVERIFY2(files.contains(u"%1/%2.png"_s.arg(folder, name)), qPrintable(name));
+    for (const QString &layout : {u"WMalPend"_s, u"WMalOF"_s, u"TMalOF"_s, u"WMalLote"_s, u"WRelMalOF"_s,
+             u"WEtqBarra"_s, u"TEtqBarra"_s, u"WEtqBaiMal"_s, u"WRelMalLibFat"_s, u"WMalRaport"_s}) {
+        QVERIFY2(files.contains(u"%1/%2-1.png"_s.arg(folder, layout)), qPrintable(layout));
+        QVERIFY2(QFileInfo(u"%1/%2.pdf"_s.arg(folder, layout)).size() > 1000, qPrintable(layout));
+    }
     for (const QString &file : files)
-        QVERIFY2(QImage(file).width() > 300, qPrintable(file));
+        QVERIFY2(file.endsWith(u".pdf"_s) || QImage(file).width() > 300, qPrintable(file));
     // No demonstration for later, no settings: only the log may have been written.
     QDirIterator others(m_home->path(), QDir::Files | QDir::Hidden, QDirIterator::Subdirectories);
     while (others.hasNext()) {
@@ -162,6 +168,16 @@ void TstProgram::aDatabaseOfPostgresIsPicturedByItsAddress()
         u"--pictures"_s, m_home->path()});
     QCOMPARE(stranger.code, 1);
     QVERIFY2(stranger.errors.contains(u"não tem acesso à empresa 2"_s), qPrintable(stranger.errors));
+}
+
+void TstProgram::theDemonstrationLeavesTheLabelOfItsRoll()
+{
+    const QString folder = m_home->filePath(u"demonstracao"_s);
+    const Run program = run({u"--demonstrate"_s, folder});
+    QVERIFY2(program.code == 0, qPrintable(program.errors + program.output));
+    QVERIFY2(program.output.contains(u"impresso: %1/WEtqBarra.pdf"_s.arg(folder)), qPrintable(program.output));
+    QVERIFY(QFileInfo(folder + u"/WEtqBarra.pdf"_s).size() > 1000);
+    QVERIFY(QImage(folder + u"/WEtqBarra-1.png"_s).width() > 300);
 }
 
 QTEST_MAIN(TstProgram)

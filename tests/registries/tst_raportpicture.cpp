@@ -65,6 +65,7 @@ private slots:
     void aRapportOfManyLinesIsDrawn();
     void anEmptyRapportSaysSo();
     void onlyShadesInSixDigitsAreShades();
+    void onPaperNoLineIsMarked();
 
 private:
     QImage image() { return m_picture->grab().toImage(); }
@@ -231,6 +232,18 @@ void TestRaportPicture::onlyShadesInSixDigitsAreShades()
     QCOMPARE(RaportPicture::shadeOf(u"#1B2A49"_s), QColor(0x1b, 0x2a, 0x49));
     for (const QString &wrong : {QString(), u"#fff"_s, u"red"_s, u"1b2a49"_s, u"#1b2a4g"_s, u"'; DROP"_s})
         QVERIFY2(!RaportPicture::shadeOf(wrong).isValid(), qPrintable(wrong));
+}
+
+void TestRaportPicture::onPaperNoLineIsMarked()
+{
+    m_picture->setStripes(threeStripes());
+    m_picture->setCurrentLine(-1);
+    const QImage unmarked = m_picture->forPaper();
+    m_picture->setCurrentLine(1);
+    QCOMPARE(m_picture->forPaper(), unmarked);
+    QCOMPARE(unmarked.pixelColor(0, 0), QColor(Qt::white));
+    const QSet<QRgb> shades = shadesIn(unmarked, unmarked.rect());
+    QVERIFY(shades.contains(red.rgb()) && shades.contains(blue.rgb()));
 }
 
 QTEST_MAIN(TestRaportPicture)

@@ -52,6 +52,7 @@ private slots:
     void aStationWithoutAPrinterSaysSo();
     void aDeviceThatTakesNothingIsSaid();
     void aFolderGetsEveryReport();
+    void aFolderOfPicturesKeepsTheLastPrintOfEachLayout();
 
 private:
     std::unique_ptr<Report> report(const QString &layout);
@@ -202,6 +203,23 @@ void TestPrinting::aFolderGetsEveryReport()
     QCOMPARE(QDir(m_folder.filePath(u"paper"_s)).entryList(QDir::Files),
         QStringList({u"TEtqTeste.pdf"_s, u"TEtqTeste.prn"_s, u"WEtqTeste-2.pdf"_s, u"WEtqTeste.pdf"_s}));
     QVERIFY(textOf(desk.files().last(), 1).contains(u"Rolo nº 003"_s));
+}
+
+void TestPrinting::aFolderOfPicturesKeepsTheLastPrintOfEachLayout()
+{
+    const QString folder = m_folder.filePath(u"pictures"_s);
+    for (int print = 0; print < 2; ++print) {
+        PictureDesk desk(folder);
+        desk.deliver(*report(u"WEtqTeste"_s), m_call);
+        desk.deliver(*report(u"TEtqTeste"_s), m_call);
+        QCOMPARE(desk.files().size(), 4);
+    }
+    QCOMPARE(QDir(folder).entryList(QDir::Files),
+        QStringList(
+            {u"TEtqTeste-1.png"_s, u"TEtqTeste.pdf"_s, u"TEtqTeste.prn"_s, u"WEtqTeste-1.png"_s, u"WEtqTeste.pdf"_s}));
+    const QImage page(folder + u"/WEtqTeste-1.png"_s);
+    QVERIFY(page.width() > 100);
+    QVERIFY(page.width() != page.height());
 }
 
 QTEST_MAIN(TestPrinting)
