@@ -27,6 +27,11 @@ void printReport(ScreenDriver &report)
     report.press(u"BtnImprimir"_s);
 }
 
+void printPriceList(ScreenDriver &prices)
+{
+    prices.press(u"ImprimiRepresen"_s);
+}
+
 /// The sheet of the order that was being altered, and the list of all.
 void printOrder(ScreenDriver &order)
 {
@@ -82,7 +87,9 @@ void printInUse(QWidget &screen)
     static const QHash<QString, void (*)(ScreenDriver &)> printings{{u"TfmMalhaOF"_s, printOrder},
         {u"TfmMalhaOFBaixaBarra"_s, printLabels}, {u"TfmMalhaOFBaixa"_s, printDeskLabel},
         {u"TfmCadRaport"_s, printRaport}, {u"TfmMalLibFat"_s, printRelease}, {u"TfmRelOrdFab"_s, printSheets},
-        {u"TfmRelPend"_s, printReport}};
+        {u"TfmRelPend"_s, printReport}, {u"TfmRelDocto"_s, printReport}, {u"TfmRelMalSaidas"_s, printReport},
+        {u"TfmRelEstoqueMat"_s, printReport}, {u"TfmRelProd"_s, printReport}, {u"TfmRelRegistros"_s, printReport},
+        {u"TfmRelMatTabPre"_s, printPriceList}};
     const auto print = printings.constFind(QString::fromLatin1(screen.metaObject()->className()));
     if (print == printings.constEnd())
         return;
