@@ -144,7 +144,13 @@ void TfmMalhaOFBaixaBarra::BuscaBaixasMalha()
     qryBaixas->Last(); // the roll just made is the one that gets defects, or is taken back
 }
 
+/// The picture comes when order and rolls are shown: its folder is searched while the scale is waited for.
 void TfmMalhaOFBaixaBarra::edtMaterialChange()
+{
+    QMetaObject::invokeMethod(this, &TfmMalhaOFBaixaBarra::showPicture, Qt::QueuedConnection);
+}
+
+void TfmMalhaOFBaixaBarra::showPicture()
 {
     const QString material = m_ui->edtMaterial->text();
     const QString file = material.isEmpty() ? QString() : BuscaArquivo(material, {}, tpImagemMaterial);

@@ -45,6 +45,7 @@ private:
     void LimpaTela();
     void clearOrder();
     void reloadOrder();
+    void showPicture();
     void printLabel(const Roll &roll, bool again);
     void logRoll(const Roll &roll);
 

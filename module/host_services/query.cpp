@@ -69,16 +69,14 @@ void TTIQuery::Open()
     QSqlQuery opened = m_database->run(probe.isEmpty() ? statement : probe);
     QVector<TField> found = fieldsOf(m_database->dialect().shapeOf(opened));
     const Rows first = read(opened, int(found.size()), fetchSize);
-    for (TField &described : found) {
-        if (hasField(described.name)) {
-            const TField &before = field(described.name);
-            described.title = before.title;
-            described.mask = before.mask;
-            described.visible = before.visible;
-        }
-    }
+    // The same select again: its fields are described already.
+    const bool sameShape = std::equal(found.begin(), found.end(), fields().begin(), fields().end(),
+        [](const TField &left, const TField &right) { return left.type == right.type && left.name == right.name; });
+    if (!sameShape)
+        describe(found);
     emit aboutToReset();
-    setFields(found);
+    if (!sameShape)
+        setFields(found);
     m_active = true;
     take(std::move(opened), first.size() == fetchSize);
     m_whole = m_more && !probe.isEmpty() ? statement : QString();
@@ -89,6 +87,19 @@ void TTIQuery::Open()
         FetchAll();
     moveTo(m_rows.isEmpty() ? -1 : 0, false);
     emit AfterScroll();
+}
+
+/// Titles and masks of fields that have the same names now.
+void TTIQuery::describe(QVector<TField> &found)
+{
+    for (TField &described : found) {
+        if (hasField(described.name)) {
+            const TField &before = field(described.name);
+            described.title = before.title;
+            described.mask = before.mask;
+            described.visible = before.visible;
+        }
+    }
 }
 
 void TTIQuery::Prepare()

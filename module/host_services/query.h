@@ -69,6 +69,7 @@ private:
     Rows read(QSqlQuery &query, int columns, int atMost) const;
     void take(QSqlQuery query, bool more);
     void fetch(int atMost);
+    void describe(QVector<TField> &found);
     void openWhole();
 
     TTIDatabase *m_database;
