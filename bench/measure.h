@@ -8,8 +8,8 @@
 
 /// A clock that can be stopped for what does not belong to the measured time.
 ///
-/// It goes on with the processor's caches cold: rolls come once a minute, and a floor that repeats its statements in a
-/// row would otherwise find them warm from the time before.
+/// It goes on with the engine at rest and the processor's caches cold: rolls come once a minute, and a floor that
+/// repeats its statements in a row would otherwise find them warm from the time before.
 class Clockwork
 {
 public:
