@@ -383,7 +383,9 @@ void TfmCadRaport::BitBtn6Click()
 bool TfmCadRaport::event(QEvent *event)
 {
     const bool handled = TForm::event(event);
-    if (m_feedersMayChange && (event->type() == QEvent::Show || event->type() == QEvent::WindowActivate))
+    // The first events come while the members are being made.
+    const bool comesBack = event->type() == QEvent::Show || event->type() == QEvent::WindowActivate;
+    if (comesBack && m_feedersMayChange)
         run([this] { refreshFeeders(); });
     return handled;
 }
