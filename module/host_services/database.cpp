@@ -40,8 +40,12 @@ void TTIDatabase::open(const ConnectionSettings &settings)
         throw EDatabaseError(EDatabaseError::Category::Connection, error.nativeErrorCode(), error.text(), {});
     }
     m_lost = false;
-    for (const QString &statement : m_dialect->sessionStatements())
-        run(statement);
+    // Not by run(): a save that connects anew would begin with them, and take them along when it is rolled back.
+    for (const QString &statement : m_dialect->sessionStatements()) {
+        QSqlQuery query(connection);
+        if (!query.exec(statement))
+            throw failure(query.lastError(), statement);
+    }
 }
 
 void TTIDatabase::close()

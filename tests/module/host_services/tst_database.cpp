@@ -59,9 +59,11 @@ private slots:
     void aRowThatCannotBeFetchedIsNoEnd();
     void aMissingDatabaseIsAConnectionError();
     void aLostConnectionFailsOnceAndIsMadeAnew();
+    void aConnectionMadeAnewForASaveReadsDatesAsBefore();
     void anErrorTellsTheEnginesWordsAndTheStatement();
 
 private:
+    void loseConnection();
     void insert(const QString &code) { m_station->run(insertStatement(code)); }
     static QString insertStatement(const QString &code)
     {
@@ -274,8 +276,10 @@ void TestDatabaseConnection::twoStationsOnOneRowConflict()
     insert(u"00001"_s);
     const QString change = u"UPDATE ENTIDADE_001 SET NOME = 'Outra' WHERE CODCLI = '00001'"_s;
     const bool postgres = Engines::current() == u"postgres"_s;
-    if (postgres)
+    if (postgres) {
+        QCOMPARE(m_station->value(u"SHOW lock_timeout"_s).toString(), u"30s"_s);
         m_station->run(u"SET lock_timeout = '50ms'"_s);
+    }
     Save save(*m_station);
     m_station->value(u"SELECT COUNT(*) FROM ENTIDADE_001"_s);
     Save other(m_data->connection());
@@ -323,7 +327,8 @@ void TestDatabaseConnection::aMissingDatabaseIsAConnectionError()
     QVERIFY(!other.isOpen());
 }
 
-void TestDatabaseConnection::aLostConnectionFailsOnceAndIsMadeAnew()
+/// The station's; it finds out with its next statement.
+void TestDatabaseConnection::loseConnection()
 {
     if (Engines::current() == u"postgres"_s) {
         m_data->value(u"SELECT pg_terminate_backend(pid) FROM pg_stat_activity WHERE datname = current_database() "
@@ -332,11 +337,33 @@ void TestDatabaseConnection::aLostConnectionFailsOnceAndIsMadeAnew()
         m_data->run(u"DELETE FROM MON$ATTACHMENTS WHERE MON$ATTACHMENT_ID <> CURRENT_CONNECTION "
                     "AND MON$SYSTEM_FLAG = 0"_s);
     }
+}
+
+void TestDatabaseConnection::aLostConnectionFailsOnceAndIsMadeAnew()
+{
+    loseConnection();
     const auto error = errorOf([&] { insert(u"00001"_s); });
     QCOMPARE(error->category(), Category::Connection);
     QCOMPARE(seen(), 0);
     insert(u"00001"_s); // the next statement connects anew
     QCOMPARE(seen(), 1);
+}
+
+/// A save that is rolled back takes nothing of the new connection along, on a server that would write the day first.
+void TestDatabaseConnection::aConnectionMadeAnewForASaveReadsDatesAsBefore()
+{
+    if (Engines::current() == u"postgres"_s)
+        m_data->run(u"ALTER DATABASE %1 SET datestyle = 'ISO, DMY'"_s.arg(m_data->settings().database));
+    loseConnection();
+    QCOMPARE(errorOf([&] { m_station->value(u"SELECT COUNT(*) FROM ENTIDADE_001"_s); })->category(),
+        Category::Connection);
+    {
+        Save save(*m_station);
+        insert(u"00001"_s);
+    }
+    QCOMPARE(seen(), 0);
+    m_station->run(u"INSERT INTO OF_MALHA_001 (NUM_OF, DATA) VALUES ('000001', '02/03/2026')"_s);
+    QCOMPARE(m_station->value(u"SELECT DATA FROM OF_MALHA_001"_s).toDate(), QDate(2026, 2, 3));
 }
 
 void TestDatabaseConnection::anErrorTellsTheEnginesWordsAndTheStatement()
