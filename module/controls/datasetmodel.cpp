@@ -25,8 +25,10 @@ void DataSetModel::setDataSet(TDataSet *dataSet)
         findColumns();
     sortRows();
     endResetModel();
-    if (dataSet)
-        follow(dataSet);
+    if (!dataSet)
+        return;
+    follow(dataSet);
+    emit columnsFound();
 }
 
 void DataSetModel::follow(TDataSet *dataSet)
@@ -74,9 +76,14 @@ void DataSetModel::followRows(TDataSet *dataSet)
 
 void DataSetModel::afterReset()
 {
-    findColumns();
+    // Most often the same select again. The copy shares its data with the fields until somebody changes those.
+    const bool sameFields = m_dataSet->fields().constData() == m_fields.constData();
+    if (!sameFields)
+        findColumns();
     sortRows();
     endResetModel();
+    if (!sameFields)
+        emit columnsFound();
     // An emptied list is being filled anew, row by row.
     if (!m_sortField.isEmpty() && m_dataSet->IsEmpty())
         QMetaObject::invokeMethod(this, &DataSetModel::rearrange, Qt::QueuedConnection);
@@ -131,6 +138,7 @@ void DataSetModel::setColumns(const QString &columns)
     m_wanted = columns;
     findColumns();
     endResetModel();
+    emit columnsFound();
 }
 
 void DataSetModel::findColumns()
@@ -138,11 +146,11 @@ void DataSetModel::findColumns()
     m_columns.clear();
     if (!m_dataSet)
         return;
+    m_fields = m_dataSet->fields();
     if (m_wanted.isEmpty()) {
-        const QVector<TField> &fields = m_dataSet->fields();
-        for (int i = 0; i < fields.size(); ++i) {
-            if (fields[i].visible)
-                m_columns.append({i, fields[i].title});
+        for (int i = 0; i < m_fields.size(); ++i) {
+            if (m_fields.at(i).visible)
+                m_columns.append({i, m_fields.at(i).title});
         }
         return;
     }

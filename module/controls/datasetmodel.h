@@ -53,6 +53,9 @@ public:
     bool canFetchMore(const QModelIndex &parent) const override;
     void fetchMore(const QModelIndex &parent) override;
 
+signals:
+    void columnsFound(); ///< the columns may be others than before
+
 private:
     struct Column
     {
@@ -69,6 +72,7 @@ private:
 
     QPointer<TDataSet> m_dataSet;
     QString m_wanted;
+    QVector<TField> m_fields; ///< of the data set, when the columns were found
     QVector<Column> m_columns;
     RowColour m_rowColour;
     QString m_sortField; ///< empty: not sorted

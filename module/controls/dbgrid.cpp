@@ -33,7 +33,7 @@ public:
         const auto *model = qobject_cast<const DataSetModel *>(index.model());
         if (!model || !model->dataSet())
             return nullptr;
-        const TField &field = model->dataSet()->field(model->fieldName(index.column()));
+        const TField &field = model->dataSet()->fields()[model->fieldIndex(index.column())];
         if (!field.isNumeric())
             return QStyledItemDelegate::createEditor(parent, option, index);
         auto *editor = new TCurrencyEdit(parent);
@@ -77,13 +77,7 @@ public:
     }
 };
 
-/// Whatever keys are held down: the row that the program goes to is no part of what the user selects.
-void selectCurrentRowAlone(const QTableView &view)
-{
-    if (view.selectionMode() == QAbstractItemView::ExtendedSelection)
-        view.selectionModel()->select(
-            view.currentIndex(), QItemSelectionModel::ClearAndSelect | QItemSelectionModel::Rows);
-}
+constexpr auto rowAlone = QItemSelectionModel::ClearAndSelect | QItemSelectionModel::Rows;
 
 } // namespace
 
@@ -122,12 +116,8 @@ void TDBGrid::setDataSet(TDataSet *dataSet)
         return;
     connect(dataSet, &TDataSet::AfterScroll, this, &TDBGrid::followDataSet);
     connect(dataSet, &TDataSet::wasReset, this, &TDBGrid::followDataSet);
-    connect(dataSet, &TDataSet::wasReset, this, [this] {
-        m_filled = false;
-        m_gridColumns->columnsFound();
-    });
+    connect(dataSet, &TDataSet::wasReset, this, [this] { m_filled = false; });
     followDataSet();
-    m_gridColumns->columnsFound();
 }
 
 TDataSet *TDBGrid::dataSet() const
@@ -139,7 +129,6 @@ void TDBGrid::setColunas(const QString &columns)
 {
     m_columns = columns;
     m_model->setColumns(columns);
-    m_gridColumns->columnsFound();
 }
 
 void TDBGrid::setTotais(const QString &fields)
@@ -214,8 +203,12 @@ void TDBGrid::followDataSet()
     const int row = dataSet()->row();
     const int column = qMax(0, currentIndex().column());
     if (row >= 0 && row < m_model->rowCount()) {
-        setCurrentIndex(m_model->index(m_model->modelRow(row), column));
-        selectCurrentRowAlone(*this);
+        const QModelIndex index = m_model->index(m_model->modelRow(row), column);
+        // Whatever keys are held down: the row that the program goes to is no part of what the user selects.
+        if (selectionMode() == ExtendedSelection)
+            selectionModel()->setCurrentIndex(index, rowAlone);
+        else
+            setCurrentIndex(index);
     }
     m_following = false;
 }
@@ -286,8 +279,8 @@ void TDBGrid::focusOutEvent(QFocusEvent *event)
 {
     QTableView::focusOutEvent(event);
     const bool left = event->reason() != Qt::PopupFocusReason && event->reason() != Qt::ActiveWindowFocusReason;
-    if (left && selectionModel()->selectedRows().size() > 1)
-        selectCurrentRowAlone(*this);
+    if (left && selectionMode() == ExtendedSelection && selectionModel()->selectedRows().size() > 1)
+        selectionModel()->select(currentIndex(), rowAlone);
 }
 
 void TDBGrid::hideEvent(QHideEvent *event)

@@ -36,6 +36,7 @@ GridColumns::GridColumns(TDBGrid *grid)
     connect(grid->horizontalHeader(), &QHeaderView::sectionResized, this, changed);
     connect(grid->horizontalHeader(), &QHeaderView::sectionMoved, this, changed);
     connect(grid->rows(), &DataSetModel::modelAboutToBeReset, this, &GridColumns::save);
+    connect(grid->rows(), &DataSetModel::columnsFound, this, &GridColumns::columnsFound);
 }
 
 /// Empty for a grid that stands in no screen or has no name: nothing is kept of it.
@@ -133,7 +134,7 @@ void GridColumns::fit()
     for (int column = 0; column < columns; ++column) {
         m_grid->setColumnWidth(column, fittingWidth(column));
         total += m_grid->columnWidth(column);
-        const TField &field = m_grid->dataSet()->field(m_grid->rows()->fieldName(column));
+        const TField &field = m_grid->dataSet()->fields()[m_grid->rows()->fieldIndex(column)];
         if (field.type == TField::Type::Text && m_grid->columnWidth(column) >= m_grid->columnWidth(longest))
             longest = column;
     }

@@ -16,9 +16,6 @@ class GridColumns : public QObject
 public:
     explicit GridColumns(TDBGrid *grid);
 
-    /// The grid may show other columns than before: they stand as the user left them, else in their own order and
-    /// fitted.
-    void columnsFound();
     /// Fits the widths to the rows at hand; nothing once the user has chosen.
     void fit();
     /// As the screen has them, now and when it is opened again.
@@ -27,6 +24,9 @@ public:
     void save();
 
 private:
+    /// The grid may show other columns than before: they stand as the user left them, else in their own order and
+    /// fitted.
+    void columnsFound();
     QString key() const;
     QStringList shownFields() const;
     void inOwnOrder();

@@ -60,14 +60,17 @@ void GridTotals::sumUp() const
 {
     m_stale = false;
     m_sums.clear();
-    TDataSet *dataSet = m_grid->dataSet();
+    const TDataSet *dataSet = m_grid->dataSet();
     if (!dataSet || dataSet->canFetchMore())
         return;
     for (const QString &name : m_fields) {
-        if (!dataSet->hasField(name) || !dataSet->field(name).isNumeric())
+        if (!dataSet->hasField(name))
             continue;
-        const double sum = sumOf(*dataSet, dataSet->fieldIndex(name));
-        const TField &field = dataSet->field(name);
+        const int column = dataSet->fieldIndex(name);
+        const TField &field = dataSet->fields()[column];
+        if (!field.isNumeric())
+            continue;
+        const double sum = sumOf(*dataSet, column);
         const bool whole = field.type == TField::Type::Integer;
         m_sums.insert(name, field.text(whole ? QVariant(qRound64(sum)) : QVariant(sum)));
     }
