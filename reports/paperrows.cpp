@@ -8,12 +8,18 @@
 
 namespace PaperRows {
 
-void together(TDataSet &from, const QString &field, TClientDataSet &to)
+void together(TDataSet &from, const QStringList &fields, TClientDataSet &to)
 {
+    if (fields.size() > 1) {
+        TClientDataSet byOthers; // whose order stays among rows that are alike in the first field
+        together(from, fields.sliced(1), byOthers);
+        together(byOthers, {fields.first()}, to);
+        return;
+    }
     while (from.canFetchMore())
         from.fetchMore();
     to.CreateDataSet(from.fields());
-    for (const int row : sortedRows(from, from.fieldIndex(field), Qt::AscendingOrder)) {
+    for (const int row : sortedRows(from, from.fieldIndex(fields.first()), Qt::AscendingOrder)) {
         to.Append();
         for (int column = 0; column < from.fields().size(); ++column)
             to.setValue(from.fields()[column].name, from.cell(row, column));

@@ -12,6 +12,7 @@
 #include "module/look.h"
 #include "module/package.h"
 #include "module/reportfilters.h"
+#include "reports/paperrows.h"
 
 using namespace Funcoes;
 using namespace Qt::StringLiterals;
@@ -50,6 +51,7 @@ QVector<TField> reportFields()
 TfmRelDocto::TfmRelDocto()
     : m_ui(std::make_unique<Ui::fmRelDocto>())
     , tbRelatorio(new TClientDataSet(this))
+    , tbImpressao(new TClientDataSet(this))
 {
     fmRelDocto = this;
 }
@@ -124,13 +126,13 @@ void TfmRelDocto::BuscaDados()
     fill(&sorted, forCompanies(Gera_SQL(), u"NFTERCEIROS"_s, m_ui->ckTodasEmpresas->isChecked(), order));
     sorted.setIndexFieldNames(index);
     m_byMaterial = byMaterial;
+    m_lots.clear();
     tbRelatorio->EmptyDataSet();
     tbRelatorio->setIndexFieldNames({});
     Ttransfere::TTransDataSet transfer;
     transfer.SetTabelaOrigem(&sorted);
     transfer.SetTabelaDestino(tbRelatorio);
     transfer.TransfereDados();
-    m_lots.clear();
     tbRelatorio->setIndexFieldNames(index);
     tbRelatorio->First();
 }
@@ -174,9 +176,11 @@ QString TfmRelDocto::filters() const
 
 ReportCall TfmRelDocto::report() const
 {
+    // Two companies may give one code to two clients: each has its own title and total.
+    PaperRows::together(*tbRelatorio, {u"CODCLI"_s, u"NOME"_s}, *tbImpressao);
     ReportCall call;
     call.name = m_ui->ckSaidas->isChecked() ? u"WMalNF1"_s : u"WMalNF2"_s;
-    call.dataSets = {{u"tbRelatorio"_s, tbRelatorio}};
+    call.dataSets = {{u"tbRelatorio"_s, tbImpressao}};
     call.parameters.insert(u"ordem"_s, m_byMaterial ? u"material"_s : u"nota"_s);
     return call;
 }

@@ -40,7 +40,8 @@ private:
 
     std::unique_ptr<Ui::fmRelDocto> m_ui;
     TClientDataSet *tbRelatorio;
-    QSet<QString> m_lots; ///< those that had their first row, while rows are read
+    TClientDataSet *tbImpressao; ///< the rows as they are printed, by client
+    QSet<QString> m_lots; ///< those that had their first row
     bool m_byMaterial = false; ///< the order in which the rows were read
 };
 

@@ -126,7 +126,7 @@ QString TfmRelMalSaidas::filters() const
 
 ReportCall TfmRelMalSaidas::report() const
 {
-    PaperRows::together(*tbRelatorio, u"NOME"_s, *tbImpressao);
+    PaperRows::together(*tbRelatorio, {u"NOME"_s}, *tbImpressao);
     ReportCall call;
     call.name = u"WMalSaida"_s;
     call.dataSets = {{u"tbRelatorio"_s, tbImpressao}};

@@ -115,7 +115,7 @@ QString TfmRelMatTabPre::filters() const
 
 ReportCall TfmRelMatTabPre::report() const
 {
-    PaperRows::together(*qryRelatorio, u"GRUPO"_s, *tbImpressao);
+    PaperRows::together(*qryRelatorio, {u"GRUPO"_s}, *tbImpressao);
     ReportCall call;
     call.name = u"WVenPreCol"_s;
     call.dataSets = {{u"qryRelatorio"_s, tbImpressao}};

@@ -5,10 +5,12 @@
 
 #include "reports/relpend.h"
 
+#include "module/host_services/clientdataset.h"
 #include "module/host_services/query.h"
 #include "module/look.h"
 #include "module/package.h"
 #include "module/reportfilters.h"
+#include "reports/paperrows.h"
 
 using namespace Qt::StringLiterals;
 using namespace ReportFilters;
@@ -24,6 +26,7 @@ Unit &Relpend::unit()
 TfmRelPend::TfmRelPend()
     : m_ui(std::make_unique<Ui::fmRelPend>())
     , qryRelatorio(new TTIQuery(this))
+    , tbImpressao(new TClientDataSet(this))
 {
     fmRelPend = this;
 }
@@ -99,8 +102,10 @@ QString TfmRelPend::filters() const
 
 ReportCall TfmRelPend::report() const
 {
+    // Two companies may give one code to two machines: each has its own title and total.
+    PaperRows::together(*qryRelatorio, {u"MAQUINA"_s, u"DESC_MAQ"_s}, *tbImpressao);
     ReportCall call;
     call.name = u"WMalPend"_s;
-    call.dataSets = {{u"qryRelatorio"_s, qryRelatorio}};
+    call.dataSets = {{u"qryRelatorio"_s, tbImpressao}};
     return call;
 }

@@ -35,6 +35,7 @@ private:
 
     std::unique_ptr<Ui::fmRelPend> m_ui;
     TTIQuery *qryRelatorio;
+    TClientDataSet *tbImpressao; ///< the rows as they are printed, by machine
 };
 
 extern QPointer<TfmRelPend> fmRelPend;

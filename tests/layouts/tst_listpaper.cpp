@@ -1,6 +1,6 @@
 // SPDX-FileCopyrightText: The qen authors
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "tests/reports/reportstation.h"
+#include "tests/reports/figures.h"
 #include "tests/support/paper.h"
 
 #include <QRadioButton>
@@ -45,6 +45,8 @@ private slots:
     void machinesAndAllHaveTheirTotals();
     void titlesAndPageTotalsStandOnEachPage();
     void ordersOfAllCompaniesAreOnOnePaper();
+    void machinesThatShareACodeHaveTheirOwnTitles();
+    void gridPaperAndSheetShowTheSameFigures();
 };
 
 void TestListPaper::rowsBearTheFiguresOfTheOrders()
@@ -124,6 +126,49 @@ void TestListPaper::ordersOfAllCompaniesAreOnOnePaper()
     QVERIFY2(text.contains(u"100,000 25,500 74,500 1 25%"_s), qPrintable(text));
     QVERIFY(text.indexOf(u"000003"_s) < text.indexOf(u"000004"_s));
     QVERIFY2(text.contains(u"2 OFs Total da máquina 160,000 40,000 120,000 2 25%"_s), qPrintable(text));
+}
+
+void TestListPaper::machinesThatShareACodeHaveTheirOwnTitles()
+{
+    PendingStation station;
+    station.database.addCommonData(2);
+    station.database.run(u"UPDATE MAQUINA_002 SET DESCRICAO = 'Retilínea' WHERE MAQUINA = '001'"_s);
+    station.insertOrders(4, 1, u"001"_s);
+    station.insertOrders(6, 1, u"001"_s);
+    for (const QString &number : {u"000003"_s, u"000005"_s}) {
+        station.database.run(u"INSERT INTO OF_MALHA_002 (NUM_OF, DATA, CLIENTE, MATERIAL, MAQUINA, KG_ROLO, KG_TOTAL) "
+                             "VALUES ('%1', '03/02/2026', '00001', 'M0001', '001', 10, 60)"_s.arg(number));
+    }
+    station.openReport();
+    station.click(u"ckTodasEmpresas"_s);
+    QCOMPARE(station.consult(u"NUM_OF"_s), (QStringList{u"000003"_s, u"000004"_s, u"000005"_s, u"000006"_s}));
+    QCOMPARE(station.print().rowCounts, QList<int>{4});
+    QCOMPARE(firstMissing(station.paper.flatText(),
+                 {u"Máquina 001 Circular 30\" 28 agulhas"_s, u"000004"_s, u"000006"_s,
+                     u"2 OFs Total da máquina 200,000 51,000"_s, u"Máquina 001 Retilínea"_s, u"000003"_s, u"000005"_s,
+                     u"2 OFs Total da máquina 120,000 0,000"_s, u"4 OFs Total geral 320,000 51,000"_s}),
+        QString());
+}
+
+void TestListPaper::gridPaperAndSheetShowTheSameFigures()
+{
+    PendingStation station;
+    Orders::insert(station.database, {.totalKg = 1250.5});
+    Orders::writeOff(station.database, u"000012"_s, {25.125, 24.875, 0.3});
+    Orders::insert(station.database, {.number = u"000013"_s, .machine = u"002"_s});
+    station.openReport();
+    station.print();
+    QCOMPARE(shown(station, {u"NUM_OF"_s, u"QTDE"_s, u"ROLO"_s, u"KG_TOTAL"_s}),
+        (QStringList{u"000012|50,300|3|1.250,500"_s, u"000013||0|100,000"_s}));
+    QCOMPARE(firstMissing(station.paper.flatText(),
+                 {u"000012 02/03/2026"_s, u"1.250,500 50,300 1.200,200 3 4%"_s, u"000013 02/03/2026"_s,
+                     u"100,000 100,000 0"_s, u"2 OFs Total geral 1.350,500 50,300 1.300,200 3 3%"_s}),
+        QString());
+    const ExportedGrid sheet(station);
+    QCOMPARE(sheet.column(u"OF"_s), (QStringList{u"000012"_s, u"000013"_s}));
+    QCOMPARE(sheet.column(u"Produzido"_s), (QStringList{u"50.3"_s, QString()}));
+    QCOMPARE(sheet.column(u"Rolos"_s), (QStringList{u"3"_s, u"0"_s}));
+    QCOMPARE(sheet.column(u"KG Total"_s), (QStringList{u"1250.5"_s, u"100"_s}));
 }
 
 QTEST_MAIN(TestListPaper)

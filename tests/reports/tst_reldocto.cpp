@@ -55,6 +55,8 @@ void TestRelDocto::everyControlBearsItsCaption()
     QCOMPARE(station.text(u"rbTotal"_s), u"&Total"_s);
     QCOMPARE(station.text(u"rbPendente"_s), u"&Pendente"_s);
     QCOMPARE(station.text(u"ckSaidas"_s), u"Trazer &Saídas"_s);
+    QCOMPARE(station.captions({u"BtnExecutaSQL"_s, u"BtnImprimir"_s, u"BitBtn5"_s}),
+        (QStringList{u"Consultar"_s, u"Imprimir"_s, u"Fechar"_s}));
 }
 
 void TestRelDocto::itOpensOnTheLastMonthWithAllOutputsUpToToday()

@@ -23,6 +23,7 @@ private slots:
     void thePaperAddsUpMaterialsInTheOtherOrder();
     void withoutOutputsEachLotIsALine();
     void theOrderOfThePaperIsThatOfItsRows();
+    void clientsThatShareACodeHaveTheirOwnTitles();
     void longNamesAreNotCut();
     void pagesAddUpToTheWhole();
 };
@@ -197,6 +198,29 @@ void TestRelDoctoPaper::theOrderOfThePaperIsThatOfItsRows()
     station.found();
     station.print();
     QVERIFY2(paper.flatText().contains(u"Total do material"_s), qPrintable(paper.text()));
+}
+
+void TestRelDoctoPaper::clientsThatShareACodeHaveTheirOwnTitles()
+{
+    InboundStation station;
+    station.database.addCommonData(2);
+    station.database.run(u"UPDATE ENTIDADE_002 SET NOME = 'Tecidos Outra Ltda' WHERE CODCLI = '00001'"_s);
+    station.receive({.number = u"0001001"_s}, {{.physical = 10}});
+    station.receive({.number = u"0001003"_s, .date = u"03/06/2026"_s}, {{.physical = 20}});
+    station.receive({.number = u"0001002"_s, .date = u"03/04/2026"_s}, {{.physical = 3}}, u"_002"_s);
+    station.openReport();
+    station.click(u"ckTodasEmpresas"_s);
+    QCOMPARE(station.consult(u"DOCTO"_s), (QStringList{u"0001001"_s, u"0001002"_s, u"0001003"_s}));
+    Paper paper(station.host);
+    for (const QString &choice : {u"rbNotas"_s, u"ckSaidas"_s}) { // with outputs and without
+        station.click(choice);
+        station.print();
+        QCOMPARE(firstMissing(paper.flatText(),
+                     {u"Cliente 00001 Confecções Serra Azul Ltda"_s, u"Nota 0001001"_s, u"Nota 0001003"_s,
+                         u"Total do cliente 2 lotes 30,000"_s, u"Cliente 00001 Tecidos Outra Ltda"_s, u"Nota 0001002"_s,
+                         u"Total do cliente 1 lote 3,000"_s, u"Total geral 3 lotes 33,000"_s}),
+            QString());
+    }
 }
 
 void TestRelDoctoPaper::longNamesAreNotCut()
