@@ -2,7 +2,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "tests/production/orderstation.h"
 #include "tests/production/writeoffstation.h"
-#include "tests/reports/reportstation.h"
+#include "tests/reports/figures.h"
 #include "tests/support/paper.h"
 
 using namespace Qt::StringLiterals;
@@ -70,6 +70,7 @@ private slots:
     void initTestCase_data() { Engines::addEngineRows(); }
 
     void theSheetShowsOrderCompositionAndLots();
+    void gridsAndSpreadsheetsBearTheFiguresOfTheSheet();
     void theSheetHasALineForEveryRollAndThreeMore();
     void theStationReadsTheBarcodeOfTheSheet();
     void anOrderWithoutLotsOrCompositionSaysSo();
@@ -77,6 +78,7 @@ private slots:
     void aLongSheetRepeatsOrderAndTitles();
     void aFabricInSeveralColoursShowsItsYarnOnce();
     void theMatrixSheetKeepsToItsColumns();
+    void theMatrixSheetSaysWhenTheObservationGoesOn();
     void theMatrixSheetShowsTheSameOrder();
     void theOrderScreenPrintsCompositionAndSlips();
     void slipsGoOnOverPages();
@@ -102,6 +104,29 @@ void TestOrderPaper::theSheetShowsOrderCompositionAndLots()
         QVERIFY2(text.contains(shown), qUtf8Printable(shown + u'\n' + text));
     QVERIFY(!text.contains(u"OUTRA"_s));
     QCOMPARE(station.paper.barcodes(), QStringList(u"CODE-128:000012"_s));
+}
+
+void TestOrderPaper::gridsAndSpreadsheetsBearTheFiguresOfTheSheet()
+{
+    SheetStation station;
+    Orders::insert(station.database, {.rollKg = 25.125, .totalKg = 1250.5});
+    reserve(station.database, u"000012"_s, u"FIO30CO"_s, u"L1"_s, 750.3);
+    reserve(station.database, u"000012"_s, u"FIO150PES"_s, u"L2"_s, 500.25);
+    station.printSheets(u"000012"_s);
+    QVERIFY2(station.paper.flatText().contains(u"2 lotes Total reservado 1.250,550 kg"_s),
+        qPrintable(station.paper.text()));
+    QCOMPARE(station.column(u"KG_TOTAL"_s, u"gdOrdens"_s), QStringList{u"1.250,500"_s});
+    QCOMPARE(station.column(u"QTDE"_s, u"gdFios"_s), (QStringList{u"500,250"_s, u"750,300"_s}));
+    const ExportedGrid orders(station, u"gdOrdens"_s);
+    QCOMPARE(orders.column(u"OF"_s), QStringList{u"000012"_s});
+    QCOMPARE(orders.column(u"KG Rolo"_s), QStringList{u"25.125"_s});
+    QCOMPARE(orders.column(u"KG Total"_s), QStringList{u"1250.5"_s});
+    const ExportedGrid composition(station, u"gdComposicao"_s);
+    QCOMPARE(composition.column(u"Cód. Fio"_s), (QStringList{u"FIO150PES"_s, u"FIO30CO"_s}));
+    QCOMPARE(composition.column(u"LFA"_s), (QStringList{u"290"_s, u"290"_s}));
+    const ExportedGrid lots(station, u"gdFios"_s);
+    QCOMPARE(lots.column(u"Lote"_s), (QStringList{u"L2"_s, u"L1"_s}));
+    QCOMPARE(lots.column(u"Quantidade"_s), (QStringList{u"500.25"_s, u"750.3"_s}));
 }
 
 void TestOrderPaper::theSheetHasALineForEveryRollAndThreeMore()
@@ -189,10 +214,21 @@ void TestOrderPaper::aFabricInSeveralColoursShowsItsYarnOnce()
 {
     SheetStation station;
     Orders::insert(station.database, {});
-    station.database.run(u"INSERT INTO {COMP_MATERIAL} (MATERIAL, COR, CODIGO, COR_I, ORDEM, PERC, ROCA, LFA) "
-                         "VALUES ('M0001', '000002', 'FIO30CO', '000002', 1, 60, 48, 290)"_s);
+    const auto addColour = [&](const QString &colour, int lfa) {
+        station.database.run(u"INSERT INTO {COMP_MATERIAL} (MATERIAL, COR, CODIGO, COR_I, ORDEM, PERC, ROCA, LFA) "
+                             "VALUES ('M0001', '%1', 'FIO30CO', '%1', 1, 60, 48, %2)"_s.arg(colour)
+                                 .arg(lfa));
+    };
+    addColour(u"000002"_s, 290);
     station.printSheets(u"000012"_s);
     QCOMPARE(station.paper.text().count(u"FIO30CO"_s), 1);
+    // Another yarn length is another line, and the colours after it add none.
+    addColour(u"000003"_s, 310);
+    addColour(u"000004"_s, 290);
+    addColour(u"000005"_s, 310);
+    station.click(u"BtnExecutaSQL"_s);
+    station.print();
+    QCOMPARE(station.paper.text().count(u"FIO30CO"_s), 2);
 }
 
 void TestOrderPaper::theMatrixSheetKeepsToItsColumns()
@@ -210,6 +246,17 @@ void TestOrderPaper::theMatrixSheetKeepsToItsColumns()
     const QString all = lines.join(u'\n');
     QCOMPARE(all.count(u'x'), 250); // the whole observation
     QVERIFY2(all.contains(u"12.345,678 kg"_s), qPrintable(all));
+    QVERIFY(!all.contains(u"continua"_s));
+}
+
+void TestOrderPaper::theMatrixSheetSaysWhenTheObservationGoesOn()
+{
+    SheetStation station;
+    Orders::insert(station.database, {.observation = QString(277, u'x')});
+    QStringList condensed;
+    const QString all = station.printLines(u"000012"_s, &condensed).join(u'\n');
+    QCOMPARE(all.count(u'x'), 276);
+    QVERIFY2(all.contains(u"continua na tela da OF."_s), qPrintable(all));
 }
 
 void TestOrderPaper::theMatrixSheetShowsTheSameOrder()
