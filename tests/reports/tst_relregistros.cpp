@@ -19,11 +19,11 @@ public:
     {
     }
 
-    /// Three orders; the date of the last is the first, its client too. In all 5 rolls of 98,625 kg.
+    /// Three orders; by date they come backwards, and the client of the last is the first. In all 5 rolls of 98,625 kg.
     void insertRolls()
     {
         Orders::insert(database, {.client = u"00002"_s, .machine = u"002"_s});
-        Orders::insert(database, {.number = u"000013"_s, .client = u"00002"_s, .material = u"M0002"_s});
+        Orders::insert(database, {.number = u"000013"_s, .date = u"03/01/2026"_s, .client = u"00002"_s, .material = u"M0002"_s});
         Orders::insert(database, {.number = u"000014"_s, .date = u"02/27/2026"_s});
         for (const auto &[order, lot] :
             {std::pair{u"000012"_s, u"A12"_s}, {u"000013"_s, u"120"_s}, {u"000014"_s, u"B7"_s}})
@@ -92,6 +92,7 @@ private slots:
     void theSpreadsheetBearsTheFiguresOfTheGrid();
     void clientsAndOrdersHaveTheirTotalsOnPaper();
     void thePaperFollowsTheOrder();
+    void longFiltersAndNamesAreNotCut();
     void totalsStandOnEachPage();
 };
 
@@ -206,7 +207,7 @@ void TestRelRegistros::eachOrderSortsInItsWay_data()
     // The order's date: the rolls of the last order came last, and the second roll of the first came before its first.
     QTest::newRow("date") << u"rbData"_s
                           << QStringList{
-                                 u"000014/001"_s, u"000012/001"_s, u"000012/002"_s, u"000013/001"_s, u"000013/010"_s};
+                                 u"000014/001"_s, u"000013/001"_s, u"000013/010"_s, u"000012/001"_s, u"000012/002"_s};
 }
 
 void TestRelRegistros::eachOrderSortsInItsWay()
@@ -409,6 +410,34 @@ void TestRelRegistros::thePaperFollowsTheOrder()
     QVERIFY2(text.contains(u"00002 Malhas São Bento S.A."_s), qPrintable(text));
     QVERIFY(text.indexOf(u"OF 000012"_s) < text.indexOf(u"OF 000014 "_s));
     QVERIFY2(text.contains(u"Total geral 5 rolos 98,625"_s), qPrintable(text));
+}
+
+void TestRelRegistros::longFiltersAndNamesAreNotCut()
+{
+    const QString client = u"Companhia Industrial de Confecções e Malharia do Vale do Itapocu e Região Cliente"_s;
+    const QString fabric =
+        u"Meia-malha penteada de algodão e poliéster com elastano para moletinho flanelado de inverno Malha"_s;
+    RegisterStation station;
+    Paper paper(station.host);
+    station.insertRolls();
+    station.database.run(u"UPDATE {ENTIDADE} SET NOME = '%1' WHERE CODCLI = '00001'"_s.arg(client.left(80)));
+    station.database.run(u"UPDATE {MATERIAL} SET DESCRICAO = '%1' WHERE CODIGO = 'M0001'"_s.arg(fabric));
+    station.openOn(u"000012"_s, u"000014"_s);
+    const std::pair<QString, QString> filters[]{{u"edtClienteCod"_s, u"00001"_s}, {u"edtMatCod"_s, u"M0001"_s},
+        {u"edtBaixaIni"_s, u"001"_s}, {u"edtBaixaFim"_s, u"001"_s}, {u"edtLote"_s, u"B7"_s},
+        {u"edtFuncCod"_s, u"000101"_s}, {u"edtCodMaq"_s, u"001"_s}};
+    for (const auto &[field, text] : filters)
+        station.enter(field, text);
+    for (const QString &order : {u"rbClienteOF"_s, u"rbData"_s}) {
+        station.click(order);
+        QCOMPARE(station.lines(), QStringList{u"000014/001"_s});
+        station.print();
+        const QString text = paper.flatText();
+        QVERIFY2(text.contains(u"Máquina: 001 Serra Azul 1"_s), qPrintable(text));
+        QCOMPARE(text.count(u"inverno"_s), 2); // in the filters and above the rolls
+        QVERIFY2(!text.contains(u'…'), qPrintable(text));
+        QCOMPARE(paper.pages(), 1);
+    }
 }
 
 void TestRelRegistros::totalsStandOnEachPage()
