@@ -73,6 +73,7 @@ private:
     void showMaterial(const QString &material);
     void filterClients();
     bool hasWriteOffs() const;
+    void refuseUnreadableDates();
     QString consultStatement() const;
     QString consultFilters() const;
 
@@ -100,6 +101,7 @@ private:
     TClientDataSet *m_yarns; ///< need, reserved and missing of each yarn
     QString m_fabricOwner; ///< client whose fabric it is; empty: anybody's
     QString m_acceptedMaterial; ///< the last one whose exit went through
+    QString m_fabricBefore; ///< of the order when its change began; empty: it is a new one
     YarnReservation::Mode m_mode;
     QVector<YarnReservation::Share> m_shares; ///< of the grid's fabric
     std::optional<YarnOrder> m_yarnOf; ///< what the grid was built for

@@ -58,8 +58,19 @@ QString TfmMalhaOF::consultFilters() const
         .text();
 }
 
+void TfmMalhaOF::refuseUnreadableDates()
+{
+    for (TDateEdit *date : {m_ui->edtDe, m_ui->edtAte}) {
+        if (date->hasInvalidText()) {
+            refuse(u"Data Inválida. Impossível Continuar."_s, date);
+            throw EAbort();
+        }
+    }
+}
+
 void TfmMalhaOF::BitBtn3Click()
 {
+    refuseUnreadableDates();
     const Busy busy(this);
     m_consult->SQL.clear();
     m_consult->SQL.add(consultStatement());
@@ -71,6 +82,10 @@ void TfmMalhaOF::BitBtn4Click()
 {
     if (!m_consult->Active())
         BitBtn3Click();
+    if (m_consult->IsEmpty()) {
+        refuse(u"Nenhum registro para imprimir."_s);
+        return;
+    }
     ReportCall call;
     call.name = u"WRelMalOF"_s;
     call.form = this;

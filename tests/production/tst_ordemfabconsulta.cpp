@@ -64,6 +64,8 @@ private slots:
     void allFiltersTogetherMustHold();
     void bothDatesBelongToTheRange_data();
     void bothDatesBelongToTheRange();
+    void aDateThatCannotBeReadIsRefused_data();
+    void aDateThatCannotBeReadIsRefused();
     void rowsShowWhatTheCodesStandForInOrderOfNumbers();
     void hostileTextIsATextLikeAnyOther_data();
     void hostileTextIsATextLikeAnyOther();
@@ -79,6 +81,7 @@ private slots:
     void thePageClosesTheScreen();
 
     void theListIsPrinted();
+    void anEmptyListIsNotPrinted();
     void theOrderIsPrintedWithCompositionAndLabels();
     void theLabelsFollowTheWeights_data();
     void theLabelsFollowTheWeights();
@@ -177,6 +180,35 @@ void TestOrdemFabConsulta::bothDatesBelongToTheRange()
     station.enter(u"edtDe"_s, from);
     station.enter(u"edtAte"_s, to);
     QCOMPARE(station.consult(), found);
+}
+
+void TestOrdemFabConsulta::aDateThatCannotBeReadIsRefused_data()
+{
+    QTest::addColumn<QString>("field");
+    QTest::addColumn<QString>("button");
+    for (const QString &field : {u"edtDe"_s, u"edtAte"_s}) {
+        for (const QString &button : {u"BitBtn3"_s, u"BitBtn4"_s})
+            QTest::addRow("%s, %s", qPrintable(field), qPrintable(button)) << field << button;
+    }
+}
+
+void TestOrdemFabConsulta::aDateThatCannotBeReadIsRefused()
+{
+    QFETCH(QString, field);
+    QFETCH(QString, button);
+    ConsultStation station;
+    station.insertOrders();
+    station.openConsult();
+    station.type(field, u"31/02/2026"_s);
+    expectInformation(station.answers, station.caption, u"Data Inválida. Impossível Continuar."_s);
+    station.click(button);
+    QVERIFY(station.answers.allCame());
+    QTRY_COMPARE(station.focus(), field);
+    QCOMPARE(station.numbers(), QStringList());
+    QCOMPARE(station.host.recordedReports().size(), 0);
+    QVERIFY(!station.host.busyMarker().isBusy());
+    station.enter(field, {});
+    QCOMPARE(station.consult().size(), 6);
 }
 
 void TestOrdemFabConsulta::rowsShowWhatTheCodesStandForInOrderOfNumbers()
@@ -376,6 +408,16 @@ void TestOrdemFabConsulta::theListIsPrinted()
     }
 }
 
+void TestOrdemFabConsulta::anEmptyListIsNotPrinted()
+{
+    ConsultStation station;
+    station.openConsult();
+    expectInformation(station.answers, station.caption, u"Nenhum registro para imprimir."_s);
+    station.click(u"BitBtn4"_s);
+    QVERIFY(station.answers.allCame());
+    QCOMPARE(station.host.recordedReports().size(), 0);
+}
+
 void TestOrdemFabConsulta::theOrderIsPrintedWithCompositionAndLabels()
 {
     OrderStation station;
@@ -438,7 +480,8 @@ void TestOrdemFabConsulta::tooManyLabelsAreRefused()
     OrderStation station;
     station.insertOrder({.rollKg = 1, .totalKg = 10000});
     station.openOrders();
-    expectFailure(station.answers, station.caption, u"A OF 000012 daria 10000 etiquetas. Verifique o peso e o KG Rolo."_s);
+    expectFailure(
+        station.answers, station.caption, u"A OF 000012 daria 10000 etiquetas. Verifique o peso e o KG Rolo."_s);
     station.click(u"BtnImprimir"_s);
     QCOMPARE(station.host.recordedReports().size(), 0);
 }
