@@ -108,6 +108,7 @@ QString TfmMalhaOF::recordNumber() const
 void TfmMalhaOF::newRecord()
 {
     m_acceptedMaterial.clear();
+    m_fabricBefore.clear();
     m_yarnOf.reset();
     tbOF_Malha->setValue(u"NUM_OF"_s, Proximo(u"OF_MALHA"_s, u"NUM_OF"_s, 6, true));
     tbOF_Malha->setValue(u"DATA"_s, Clock::today());
@@ -115,7 +116,8 @@ void TfmMalhaOF::newRecord()
 
 void TfmMalhaOF::startEdit()
 {
-    m_acceptedMaterial = m_ui->edtMaterial->text();
+    m_fabricBefore = tbOF_Malha->AsString(u"MATERIAL"_s);
+    m_acceptedMaterial = m_fabricBefore;
     m_ui->edtOF->setEnabled(false);
     const bool inProduction = hasWriteOffs();
     m_ui->edtMaterial->setEnabled(!inProduction);
@@ -155,8 +157,10 @@ void TfmMalhaOF::showDerived()
 
 void TfmMalhaOF::edtKGTotalExit()
 {
-    if (isEditing())
-        refreshYarn();
+    if (!isEditing())
+        return;
+    Calcula_Saldo();
+    refreshYarn();
 }
 
 void TfmMalhaOF::Calcula_Saldo()
@@ -308,8 +312,10 @@ void TfmMalhaOF::search()
 void TfmMalhaOF::PqOFFechaPesquisa()
 {
     const QString chosen = m_ui->PqOF->RetornoPesquisa(u"NUM_OF"_s);
-    if (!chosen.isEmpty())
-        tbOF_Malha->Locate(u"NUM_OF"_s, {chosen});
+    if (chosen.isEmpty())
+        return;
+    tbOF_Malha->Locate(u"NUM_OF"_s, {chosen});
+    showDerived();
 }
 
 bool TfmMalhaOF::Valida_Dados()
@@ -362,6 +368,15 @@ bool TfmMalhaOF::mayDelete()
         return true;
     Messages::inform(this, u"OF possui baixas. Para excluir a OF é necessário estornar as baixas."_s);
     return false;
+}
+
+void TfmMalhaOF::writeDependents()
+{
+    // A roll may have been written off since the change began; from the post on none can.
+    const QString fabric = tbOF_Malha->AsString(u"MATERIAL"_s);
+    if (!m_fabricBefore.isEmpty() && fabric != m_fabricBefore && hasWriteOffs())
+        throw EQen(u"A OF já possui baixas, o material não pode mais ser alterado. Impossível Continuar."_s);
+    GravaFiosBaixa();
 }
 
 void TfmMalhaOF::deleteDependents()

@@ -237,11 +237,6 @@ bool TfmMalhaOF::hasEnoughYarn()
     return false;
 }
 
-void TfmMalhaOF::writeDependents()
-{
-    GravaFiosBaixa();
-}
-
 void TfmMalhaOF::GravaFiosBaixa()
 {
     const QVector<Lot> lots = lotsInGrid();

@@ -26,6 +26,8 @@ private slots:
     void changingStartsAtTheDateWithTheNumberFixed();
     void theFabricOfAnOrderInProductionIsFixedButItsWeightsAreNot();
     void theFabricOfAnOrderWithoutRollsCanChange();
+    void aRollWrittenOffMeanwhileFixesTheFabric();
+    void theBalanceFollowsTheTypedWeight();
     void changingShowsWhatAnotherStationSaved();
     void anOrderThatVanishedCannotBeChanged();
     void anOrderNumberIsATextLikeAnyOther();
@@ -130,6 +132,41 @@ void TestOrdemFabChange::theFabricOfAnOrderWithoutRollsCanChange()
     station.click(u"SbConfirmar"_s);
     QCOMPARE(station.database.rows(u"SELECT NUM_OF, MATERIAL FROM {OF_MALHA} ORDER BY NUM_OF"_s),
         (QStringList{u"000011|M0001"_s, u"000012|M0002"_s}));
+}
+
+void TestOrdemFabChange::aRollWrittenOffMeanwhileFixesTheFabric()
+{
+    OrderStation station;
+    station.insertOrder();
+    station.openOrders();
+    station.click(u"BtnAltera"_s);
+    station.enter(u"edtMaterial"_s, u"M0002"_s);
+    station.writeOff(u"000012"_s, {20});
+    expectFailure(station.answers, station.caption,
+        u"A OF já possui baixas, o material não pode mais ser alterado. Impossível Continuar."_s);
+    station.click(u"SbConfirmar"_s);
+    QVERIFY(station.isEditing());
+    QCOMPARE(station.value(u"SELECT MATERIAL FROM {OF_MALHA}"_s).toString(), u"M0001"_s);
+    QCOMPARE(station.log(), QStringList());
+    // With its own fabric the order is saved, its weights changed.
+    station.enter(u"edtMaterial"_s, u"M0001"_s);
+    station.enter(u"edtKGTotal"_s, u"60"_s);
+    station.click(u"SbConfirmar"_s);
+    QVERIFY(!station.isEditing());
+    QCOMPARE(station.database.rows(u"SELECT MATERIAL, KG_TOTAL FROM {OF_MALHA}"_s), QStringList{u"M0001|60"_s});
+}
+
+void TestOrdemFabChange::theBalanceFollowsTheTypedWeight()
+{
+    OrderStation station;
+    station.insertOrder();
+    station.writeOff(u"000012"_s, {20});
+    station.openOrders();
+    station.click(u"BtnAltera"_s);
+    station.enter(u"edtKGTotal"_s, u"250,5"_s);
+    QCOMPARE(station.text(u"edtSaldo"_s), u"230,50"_s);
+    station.click(u"SbDesistir"_s);
+    QCOMPARE(station.text(u"edtSaldo"_s), u"80,00"_s);
 }
 
 void TestOrdemFabChange::changingShowsWhatAnotherStationSaved()

@@ -25,6 +25,7 @@ private slots:
     void aLotWhollyReturnedIsShownOnlyToItsOrder();
     void anOrderShowsWhatItHolds();
 
+    void theYarnFollowsTheOrderThatWasSearched();
     void lotsAreTickedOnlyWhileEditing();
     void ticksDrainTheirLotsInTurn();
     void theSpaceBarTicksTheRow();
@@ -223,6 +224,23 @@ void TestOrdemFabFios::anOrderShowsWhatItHolds()
     QCOMPARE(station.taken(u"C"_s), u"10,000"_s);
     QCOMPARE(station.taken(u"B"_s), u"-"_s);
     QCOMPARE(station.yarn(station.cotton), u"60,000 60,000 0,000 Coberto"_s);
+}
+
+void TestOrdemFabFios::theYarnFollowsTheOrderThatWasSearched()
+{
+    YarnStation station;
+    station.insertLots();
+    station.insertOrder({.number = u"000011"_s, .totalKg = 50});
+    station.insertOrder();
+    station.reserve(u"000012"_s, {.lot = u"A"_s}, 50);
+    station.openOrders();
+    station.showYarn();
+    QCOMPARE(station.taken(u"A"_s), u"50,000"_s);
+    expectSearchAndTake(station.answers, u"000011"_s);
+    station.click(u"SbConsulta"_s);
+    QCOMPARE(station.text(u"edtOF"_s), u"000011"_s);
+    QCOMPARE(station.taken(u"A"_s), u"-"_s);
+    QCOMPARE(station.yarn(station.cotton), u"30,000 0,000 30,000 Sem reserva"_s);
 }
 
 void TestOrdemFabFios::lotsAreTickedOnlyWhileEditing()
