@@ -55,8 +55,8 @@ void TestOrdemFab::everyButtonBearsItsCaption()
     const QList<std::pair<QString, QString>> captions{{u"btnincluir"_s, u"&Incluir"_s}, {u"BtnAltera"_s, u"&Alterar"_s},
         {u"BtExcluir"_s, u"&Excluir"_s}, {u"SbConsulta"_s, u"Consultar"_s}, {u"BtnImprimir"_s, u"Imprimir"_s},
         {u"BtSaida"_s, u"&Fechar"_s}, {u"SbConfirmar"_s, u"&Confirmar "_s}, {u"SbDesistir"_s, u"&Cancelar"_s},
-        {u"BitBtn1"_s, u"&Zerar Saldo"_s}, {u"BitBtn3"_s, u"&Consultar"_s}, {u"BitBtn4"_s, u"&Imprimir"_s},
-        {u"BitBtn5"_s, u"&Fechar"_s}};
+        {u"BitBtn1"_s, u"&Zerar Saldo"_s}, {u"BitBtn2"_s, u"&Buscar Saldo"_s}, {u"BitBtn3"_s, u"&Consultar"_s},
+        {u"BitBtn4"_s, u"&Imprimir"_s}, {u"BitBtn5"_s, u"&Fechar"_s}};
     for (const auto &[name, text] : captions)
         QCOMPARE(station.text(name), text);
     const QList<std::pair<QString, QString>> labels{{u"lbOF"_s, u"Número OF"_s}, {u"lbData"_s, u"Data"_s},

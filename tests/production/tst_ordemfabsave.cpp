@@ -11,21 +11,13 @@ using namespace ScreenChecks;
 
 namespace {
 
-/// Lets every commit fail that would leave an order with rolls of 7 kg.
+/// Lets every commit of PostgreSQL fail that would leave an order with rolls of 7 kg.
 void refuseCommits(OrderStation &station)
 {
-    if (Engines::current() == u"postgres"_s) {
-        station.database.run(uR"(CREATE FUNCTION refuse() RETURNS TRIGGER LANGUAGE plpgsql AS $$
-            BEGIN IF NEW.KG_ROLO = 7 THEN RAISE EXCEPTION 'refused'; END IF; RETURN NULL; END $$)"_s);
-        station.database.run(uR"(CREATE CONSTRAINT TRIGGER refuse AFTER INSERT OR UPDATE ON {OF_MALHA}
-            DEFERRABLE INITIALLY DEFERRED FOR EACH ROW EXECUTE FUNCTION refuse())"_s);
-        return;
-    }
-    station.database.run(u"CREATE EXCEPTION REFUSED 'refused'"_s);
-    station.database.run(uR"(CREATE TRIGGER REFUSE ON TRANSACTION COMMIT AS
-        BEGIN IF (EXISTS (SELECT 1 FROM {OF_MALHA} WHERE KG_ROLO = 7)) THEN EXCEPTION REFUSED; END)"_s);
-    // Such a trigger is known to those who come after it.
-    station.tabela.IBDatabase->open(station.database.settings());
+    station.database.run(uR"(CREATE FUNCTION refuse() RETURNS TRIGGER LANGUAGE plpgsql AS $$
+        BEGIN IF NEW.KG_ROLO = 7 THEN RAISE EXCEPTION 'refused'; END IF; RETURN NULL; END $$)"_s);
+    station.database.run(uR"(CREATE CONSTRAINT TRIGGER refuse AFTER INSERT OR UPDATE ON {OF_MALHA}
+        DEFERRABLE INITIALLY DEFERRED FOR EACH ROW EXECUTE FUNCTION refuse())"_s);
 }
 
 } // namespace
