@@ -138,6 +138,8 @@ void TTIDatabase::CommitRetaining()
 
 void TTIDatabase::Rollback()
 {
+    // A save that goes on, because a handler's failure was told and is over, must not keep what follows alone.
+    m_partFailed = m_saves > 0;
     if (!m_inTransaction)
         return;
     connection().rollback();
@@ -175,7 +177,6 @@ Save::~Save()
         m_database.m_partFailed = true;
         return;
     }
-    m_database.m_partFailed = false;
     m_database.Rollback();
 }
 

@@ -64,6 +64,7 @@ private slots:
     void aRefusedStatementIsToldInOneSentenceWithTheEnginesWordsBehindDetails();
     void whatWasDoneBeforeIsUndone();
     void whatIsStillOpenWhenAFailureIsToldIsUndone();
+    void aSaveThatAFailureUndidIsNotFinished();
     void theBusyMarkerGoesAndTheScreenStays();
     void aStrangeExceptionIsToldInAGeneralSentence();
     void theDetailsButtonIsPortugueseBeforeAndAfterItIsPressed();
@@ -166,6 +167,27 @@ void TstExceptions::whatIsStillOpenWhenAFailureIsToldIsUndone()
     m_host->showException(m_form, std::make_exception_ptr(EQen(u"Sem papel."_s)));
     QVERIFY(!m_tables->IBDatabase->inTransaction());
     QCOMPARE(m_database->count(u"CADCOR"_s, u"COR = '000009'"_s), 0);
+}
+
+/// A handler of the screen's own fails while it saves, is told and returns: what follows is not kept without what was.
+void TstExceptions::aSaveThatAFailureUndidIsNotFinished()
+{
+    TTIDatabase &database = *m_tables->IBDatabase;
+    const QString insert = u"INSERT INTO CADCOR_001 (COR, DESCRICAO) VALUES ('%1', 'Verde')"_s;
+    MessageAnswers answers;
+    answers.expect(u"Sem papel."_s);
+    {
+        Save save(database);
+        database.run(insert.arg(u"000008"_s));
+        m_host->showException(m_form, std::make_exception_ptr(EQen(u"Sem papel."_s)));
+        database.run(insert.arg(u"000009"_s));
+        QVERIFY_EXCEPTION_THROWN(save.CommitRetaining(), EDatabaseError);
+    }
+    QCOMPARE(m_database->count(u"CADCOR"_s, u"COR IN ('000008', '000009')"_s), 0);
+    Save next(database);
+    database.run(insert.arg(u"000009"_s));
+    next.CommitRetaining();
+    QCOMPARE(m_database->count(u"CADCOR"_s, u"COR = '000009'"_s), 1);
 }
 
 void TstExceptions::theBusyMarkerGoesAndTheScreenStays()
