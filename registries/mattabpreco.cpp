@@ -7,6 +7,7 @@
 
 #include "module/host_services/clock.h"
 #include "module/host_services/database.h"
+#include "module/host_services/errors.h"
 #include "module/host_services/format.h"
 #include "module/host_services/funcoes.h"
 #include "module/host_services/query.h"
@@ -15,6 +16,7 @@
 #include "module/look.h"
 #include "module/messages.h"
 #include "module/package.h"
+#include "registries/pricecopy.h"
 #include "registries/pricerules.h"
 
 #include <QBoxLayout>
@@ -217,6 +219,8 @@ void TfmMatTabPreco::goTo(const QVariantList &key)
 void TfmMatTabPreco::moveTo(int row)
 {
     QAbstractItemModel *rows = m_ui->DBGrid1->model();
+    if (rows->rowCount() == 0)
+        return;
     if (row >= rows->rowCount() && rows->canFetchMore({}))
         rows->fetchMore({});
     const int column = qMax(0, m_ui->DBGrid1->currentIndex().column());
@@ -352,7 +356,8 @@ bool TfmMatTabPreco::mayTakeOver()
     const QVariantList key = keyOf(*table());
     const bool itsOwn = table()->state() == TTITable::State::Edit && isSameKey(key, savedKeyOf(*table()));
     const int count = countOf(key);
-    if (count == 0 || (itsOwn && count == 1))
+    m_first = count == 0;
+    if (m_first || (itsOwn && count == 1))
         return true;
     const QString question = itsOwn
         ? u"Este preço está gravado %1 vezes. Deseja ficar só com o que foi digitado?"_s.arg(count)
@@ -383,8 +388,18 @@ void TfmMatTabPreco::takeOver(const QVariantList &key, int count)
         table()->setValue(table()->fields()[i].name, typed[i]);
 }
 
+/// Two stations that store the same new price at one instant do so one after the other, and the second is told.
+void TfmMatTabPreco::requireFirst() const
+{
+    lockRegion(database(), table()->AsString(u"REGIAO"_s));
+    if (countOf(keyOf(*table())) > 1)
+        throw EDatabaseError(EDatabaseError::Category::Conflict, {}, u"O preço já existe."_s, {});
+}
+
 void TfmMatTabPreco::writeDependents()
 {
+    if (m_first)
+        requireFirst();
     const QString remove = u"DELETE FROM "_s + DBLocal(u"TABPRECO"_s);
     for (const QVariantList &key : m_superseded)
         database().run(remove + whereKeyIs(key));

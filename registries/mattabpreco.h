@@ -67,6 +67,7 @@ private:
     int countOf(const QVariantList &key) const;
     bool mayTakeOver();
     void takeOver(const QVariantList &key, int count);
+    void requireFirst() const;
     QVector<TCurrencyEdit *> instalmentEdits() const;
     void repeatPrice();
 
@@ -79,6 +80,7 @@ private:
     TTIQuery *QryPrecos; ///< the rows of the grid; the table stands on the grid's row
     QVector<QVariantList> m_superseded; ///< keys of rows that the one being edited takes the place of
     bool m_repeated = false; ///< and of all others of its own key
+    bool m_first = false; ///< nobody had a row of its key when it was confirmed
     QString m_lastRegion; ///< of the row inserted last
     bool m_listing = false;
 };

@@ -90,16 +90,14 @@ void replacePrice(TTIDatabase &database, const TDataSet &price, const PriceCopy 
         + Aspas(copy.to) + equals(u"CODIGO"_s) + equals(u"GRUPO_COR"_s));
 }
 
-/// Two stations that copy to one region do so one after the other, so that no price gets there twice.
-void lockRegion(TTIDatabase &database, const QString &region)
+} // namespace
+
+bool lockRegion(TTIDatabase &database, const QString &region)
 {
     const QString statement = u"UPDATE "_s + DBLocal(u"REGIAO"_s) + u" SET REGIAO = "_s + Aspas(region)
         + u" WHERE REGIAO = "_s + Aspas(region);
-    if (database.run(statement).numRowsAffected() != 1)
-        throw EDatabaseError(EDatabaseError::Category::Conflict, {}, u"A região não existe mais."_s, statement);
+    return database.run(statement).numRowsAffected() == 1;
 }
-
-} // namespace
 
 PriceCount countPrices(TTIDatabase &database, const PriceCopy &copy)
 {
@@ -111,7 +109,9 @@ PriceCount countPrices(TTIDatabase &database, const PriceCopy &copy)
 PriceCount copyPrices(TTIDatabase &database, const PriceCopy &copy)
 {
     Save save(database);
-    lockRegion(database, copy.to);
+    // Two stations that copy to one region do so one after the other, so that no price gets there twice.
+    if (!lockRegion(database, copy.to))
+        throw EDatabaseError(EDatabaseError::Category::Conflict, {}, u"A região não existe mais."_s, {});
     TTIQuery source;
     source.SetDatabase(&database);
     source.SQL.add(ofRegion(u"*"_s, copy.from));

@@ -21,6 +21,10 @@ struct PriceCount
     int present = 0; ///< rows that it has already
 };
 
+/// Until the save that is open ends, others who store prices in the region this way wait, or get a Conflict. False when
+/// there is no such region; nothing is locked then.
+bool lockRegion(TTIDatabase &database, const QString &region);
+
 /// What a copy would meet.
 PriceCount countPrices(TTIDatabase &database, const PriceCopy &copy);
 

@@ -37,6 +37,14 @@ public:
                          .arg(price.region, price.code, price.colour, price.description, price.first, price.last,
                              price.average));
     }
+    /// As another station does it, which locks the region of its price.
+    void insertPriceElsewhere(const Price &price)
+    {
+        Save other(database.connection());
+        database.run(QStringLiteral("UPDATE {REGIAO} SET REGIAO = '%1' WHERE REGIAO = '%1'").arg(price.region));
+        insertPrice(price);
+        other.CommitRetaining();
+    }
     void setColourGroups(bool on)
     {
         database.run(QStringLiteral(

@@ -40,6 +40,7 @@ private slots:
     void withoutTheRightNothingHappens();
     void deletingAsksFirst();
     void aLongTableIsMovedThrough();
+    void withoutPricesThereIsNothingToMoveTo();
 };
 
 void TestMatTabPreco::bearsItsCaptions()
@@ -455,6 +456,18 @@ void TestMatTabPreco::aLongTableIsMovedThrough()
     station.confirm();
     QCOMPARE(station.grid()->currentIndex().row(), 449);
     QCOMPARE(station.cell(449, 5), u"7,00"_s);
+}
+
+void TestMatTabPreco::withoutPricesThereIsNothingToMoveTo()
+{
+    PriceStation station;
+    station.openPrices();
+    for (const QString &button :
+        {u"SpeedButton1"_s, u"SpeedButton2"_s, u"SpeedButton3"_s, u"SpeedButton4"_s, u"BtnAltera"_s, u"BtExcluir"_s})
+        station.click(button);
+    QVERIFY(!station.isEditing());
+    QCOMPARE(station.listed(), QStringList());
+    QCOMPARE(station.shown(), u"  "_s);
 }
 
 QTEST_MAIN(TestMatTabPreco)

@@ -308,12 +308,8 @@ void TestMatTabPrecoCopia::twoStationsThatCopyStoreNoPriceTwice()
     // The other one is through with its copy after this one has begun.
     bool copied = false;
     station.tabela.IBDatabase->setObserver([&](const QString &statement) {
-        if (statement != u"BEGIN" || std::exchange(copied, true))
-            return;
-        Save other(station.database.connection());
-        station.database.run(u"UPDATE {REGIAO} SET REGIAO = '02' WHERE REGIAO = '02'"_s);
-        station.insertPrice({.region = u"02"_s, .code = u"M0002"_s, .first = u"100"_s});
-        other.CommitRetaining();
+        if (statement == u"BEGIN" && !std::exchange(copied, true))
+            station.insertPriceElsewhere({.region = u"02"_s, .code = u"M0002"_s, .first = u"100"_s});
     });
     if (Engines::current() == u"postgres"_s)
         expectInformation(station.answers, PriceStation::caption, u"Preços incluídos: 1. Mantidos como estavam: 2."_s);

@@ -39,6 +39,8 @@ private slots:
     void anAlteredRowIsNoDuplicateOfItself();
 
     void aPriceThatAppearedMeanwhileIsReplacedWhenWanted();
+    void twoStationsThatStoreANewPriceStoreItOnce_data();
+    void twoStationsThatStoreANewPriceStoreItOnce();
     void theReplacedRowTakesTheOthersPlace();
     void aRowOfGroup00IsReplacedByTheOneThatBecomesIt();
     void ofAPriceThatIsThereTwiceOneRemains();
@@ -296,6 +298,49 @@ void TestMatTabPrecoSave::aPriceThatAppearedMeanwhileIsReplacedWhenWanted()
     QVERIFY(!station.isEditing());
     // What was left empty is empty.
     QCOMPARE(station.stored(), QStringList(u"01|M0001|00|7||"_s));
+}
+
+void TestMatTabPrecoSave::twoStationsThatStoreANewPriceStoreItOnce_data()
+{
+    QTest::addColumn<bool>("inserted");
+    QTest::newRow("a new row") << true;
+    QTest::newRow("an altered key") << false;
+}
+
+void TestMatTabPrecoSave::twoStationsThatStoreANewPriceStoreItOnce()
+{
+    QFETCH(bool, inserted);
+    PriceStation station;
+    station.insertPrice({.code = u"M0002"_s, .first = u"2"_s});
+    station.openPrices();
+    if (inserted) {
+        station.insertProduct(u"01"_s, u"M0001"_s);
+    } else {
+        station.click(u"BtnAltera"_s);
+        station.enter(u"EdtCodArt"_s, u"M0001"_s);
+    }
+    station.enter(u"EdtParcela01"_s, u"7"_s);
+    // The other one is through after this one has found that there is none yet.
+    bool stored = false;
+    station.tabela.IBDatabase->setObserver([&](const QString &statement) {
+        if (statement == u"BEGIN" && !std::exchange(stored, true))
+            station.insertPriceElsewhere({});
+    });
+    expectFailure(station.answers, PriceStation::caption,
+        u"Outra estação alterou estes dados ao mesmo tempo. Nada foi gravado; tente novamente."_s);
+    station.confirm();
+    station.tabela.IBDatabase->setObserver({});
+    QVERIFY(stored);
+    QVERIFY(station.isEditing());
+    QVERIFY(!station.tabela.IBDatabase->inTransaction());
+    QCOMPARE(station.stored(), (QStringList{u"01|M0001|00|10|20|15"_s, u"01|M0002|00|2|20|15"_s}));
+    // Once more, and it takes the other's place.
+    station.answers.expect(replaceIt, QMessageBox::Yes);
+    station.confirm();
+    QVERIFY(!station.isEditing());
+    QCOMPARE(station.stored(),
+        inserted ? (QStringList{u"01|M0001|00|7||"_s, u"01|M0002|00|2|20|15"_s})
+                 : QStringList{u"01|M0001|00|7|20|15"_s});
 }
 
 void TestMatTabPrecoSave::theReplacedRowTakesTheOthersPlace()
