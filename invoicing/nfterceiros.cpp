@@ -5,6 +5,7 @@
 
 #include "invoicing/nfterceiros.h"
 
+#include "invoicing/rowtexts.h"
 #include "module/host_services/clientdataset.h"
 #include "module/host_services/clock.h"
 #include "module/host_services/database.h"
@@ -17,7 +18,7 @@
 #include "module/messages.h"
 #include "module/package.h"
 
-#include <algorithm>
+#include <QScopedValueRollback>
 
 using namespace Funcoes;
 using namespace Qt::StringLiterals;
@@ -43,19 +44,12 @@ QVector<TField> itemFields()
         TField(u"DOCTO"_s, Text), TField(u"UNITARIO"_s, Float).shownAs(u",0.000000"_s)};
 }
 
-/// The rows with all that another station may have changed in them, in an order of their own.
+/// All that another station may have changed in an invoice's lots.
 QStringList contents(TTIQuery &items)
 {
-    QStringList rows;
-    for (items.First(); !items.Eof(); items.Next()) {
-        QStringList columns;
-        for (const QString &name : {u"CODIGO"_s, u"LOTE"_s, u"MARCA"_s, u"UNITARIO"_s, u"VALOR"_s, u"ESTOQUE_FISICO"_s,
-                 u"ESTOQUE_ORIGINAL"_s, u"QTDE_BAIXA"_s, u"QTDE_DEVOL"_s})
-            columns.append(items.AsString(name));
-        rows.append(columns.join(u'\t'));
-    }
-    std::sort(rows.begin(), rows.end());
-    return rows;
+    return rowTexts(items,
+        {u"CODIGO"_s, u"LOTE"_s, u"MARCA"_s, u"UNITARIO"_s, u"VALOR"_s, u"ESTOQUE_FISICO"_s, u"ESTOQUE_ORIGINAL"_s,
+            u"QTDE_BAIXA"_s, u"QTDE_DEVOL"_s});
 }
 
 } // namespace
@@ -233,16 +227,17 @@ void TfmNFTerceiros::BuscaItens()
     m_itemsOf = key();
     TTIQuery items;
     openItems(items, m_itemsOf);
-    m_loading = true;
-    tbNFT_Iten->EmptyDataSet();
-    for (items.First(); !items.Eof(); items.Next()) {
-        tbNFT_Iten->Append();
-        for (const TField &field : tbNFT_Iten->fields())
-            tbNFT_Iten->setValue(field.name, items.value(field.name));
-        tbNFT_Iten->Post();
+    {
+        const QScopedValueRollback loading(m_loading, true);
+        tbNFT_Iten->EmptyDataSet();
+        for (items.First(); !items.Eof(); items.Next()) {
+            tbNFT_Iten->Append();
+            for (const TField &field : tbNFT_Iten->fields())
+                tbNFT_Iten->setValue(field.name, items.value(field.name));
+            tbNFT_Iten->Post();
+        }
+        tbNFT_Iten->First();
     }
-    tbNFT_Iten->First();
-    m_loading = false;
     tbNFT_ItenAfterScroll();
     if (m_itemsOf == m_edited)
         m_savedItems = contents(items);
@@ -332,7 +327,15 @@ void TfmNFTerceiros::refuseIfOthersChanged() const
         + u" WHERE DOCTO = "_s + Aspas(m_edited.docto) + u" AND CODCLI = "_s + Aspas(m_edited.client));
     TTIQuery items;
     openItems(items, m_edited);
-    if (contents(items) != m_savedItems)
+    bool conflict = contents(items) != m_savedItems;
+    // A number or a lot that goods quote meanwhile stays.
+    if (key() != m_edited)
+        conflict = conflict || ExisteNota(m_edited.docto, {}, {});
+    for (items.First(); !items.Eof() && !conflict; items.Next()) {
+        const LotKey lot{items.AsString(u"CODIGO"_s), items.AsString(u"LOTE"_s)};
+        conflict = rowOf(lot) < 0 && ExisteNota(m_edited.docto, lot.material, lot.lot);
+    }
+    if (conflict)
         throw EDatabaseError(EDatabaseError::Category::Conflict, {}, u"Os lotes da nota foram alterados."_s, {});
 }
 

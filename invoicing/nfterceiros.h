@@ -103,6 +103,7 @@ private:
     void Limpa_Itens();
     bool takesLots() const;
     LotKey currentLot() const;
+    int rowOf(const LotKey &lot) const;
     bool holdsLot(const LotKey &lot) const;
     QString materialFault(const LotKey &lot) const;
     void showCurrentLot();

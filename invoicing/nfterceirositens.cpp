@@ -244,18 +244,23 @@ void TfmNFTerceiros::EdtTotalExit()
     m_ui->btISalvar->setFocus();
 }
 
-/// Whether the work table has the lot in a row other than the one that is being altered.
-bool TfmNFTerceiros::holdsLot(const LotKey &lot) const
+/// The row of the work table that holds the lot, -1 for none.
+int TfmNFTerceiros::rowOf(const LotKey &lot) const
 {
     const int material = tbNFT_Iten->fieldIndex(u"CODIGO"_s);
     const int number = tbNFT_Iten->fieldIndex(u"LOTE"_s);
     for (int row = 0; row < tbNFT_Iten->rowCount(); ++row) {
-        const bool itself = m_altered && row == tbNFT_Iten->row();
-        if (!itself
-            && lot == LotKey{tbNFT_Iten->cell(row, material).toString(), tbNFT_Iten->cell(row, number).toString()})
-            return true;
+        if (lot == LotKey{tbNFT_Iten->cell(row, material).toString(), tbNFT_Iten->cell(row, number).toString()})
+            return row;
     }
-    return false;
+    return -1;
+}
+
+/// Whether the work table has the lot in a row other than the one that is being altered.
+bool TfmNFTerceiros::holdsLot(const LotKey &lot) const
+{
+    const int row = rowOf(lot);
+    return row >= 0 && !(m_altered && row == tbNFT_Iten->row());
 }
 
 void TfmNFTerceiros::btISalvarClick()
@@ -356,10 +361,11 @@ void TfmNFTerceiros::pasteLots()
                     QString::number(row.line), row.material.left(20), row.lot.left(20), fault));
                 continue;
             }
+            const Lot lot{{row.material, row.lot},
+                Busca_Valor(u"MATERIAL"_s, u"CODIGO"_s, u"DESCRICAO"_s, Aspas(row.material)), row.brand, row.quantity,
+                row.price, LotRules::total(row.quantity, row.price)};
             tbNFT_Iten->Append();
-            storeLot(
-                {{row.material, row.lot}, Busca_Valor(u"MATERIAL"_s, u"CODIGO"_s, u"DESCRICAO"_s, Aspas(row.material)),
-                    row.brand, row.quantity, row.price, LotRules::total(row.quantity, row.price)});
+            storeLot(lot);
             ++taken;
         }
     }

@@ -21,6 +21,7 @@ private slots:
     void initTestCase_data() { Engines::addEngineRows(); }
 
     void everyButtonBearsItsCaption();
+    void theLotsBearTheirTitles();
     void opensOnTheLastInvoiceByNumberAndClient();
     void withoutInvoicesTheScreenIsEmpty();
     void movesByNumberAndClient();
@@ -54,6 +55,19 @@ void TestNFTerceiros::everyButtonBearsItsCaption()
     QCOMPARE(screen.station.form()->windowTitle(), caption);
     QVERIFY(!screen.station.form()->findChild<QWidget *>(u"btnincluir"_s));
     QVERIFY(!screen.station.child(u"BtnImprimir"_s)->isVisible());
+}
+
+void TestNFTerceiros::theLotsBearTheirTitles()
+{
+    Screen screen;
+    screen.open();
+    const QAbstractItemModel *model = screen.station.child<QTableView>(u"DBGItens"_s)->model();
+    QStringList titles;
+    for (int column = 0; column < model->columnCount(); ++column)
+        titles.append(model->headerData(column, Qt::Horizontal).toString());
+    QCOMPARE(titles.join(u'|'),
+        u"Material|Descrição|Lote|Estoque NF|Unitário|Valor|Marca|Estoque Fisico|Baixado|Devolvido"_s);
+    QCOMPARE(screen.station.text(u"lbPeso"_s).remove(u'&'), u"Quantidade"_s);
 }
 
 void TestNFTerceiros::opensOnTheLastInvoiceByNumberAndClient()

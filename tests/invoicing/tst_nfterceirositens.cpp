@@ -62,6 +62,7 @@ private slots:
     void pastingBeforeTheClientIsRefused();
     void pastingWhileReadingDoesNothing();
     void manyRefusedRowsAreCounted();
+    void aPasteThatFailsLeavesNoEmptyRow();
 };
 
 void TestNFTerceirosItens::theMaterialSearchListsYarnsOnly()
@@ -715,6 +716,23 @@ void TestNFTerceirosItens::manyRefusedRowsAreCounted()
     const QStringList lines = screen.answers.shown().value(0).text.split(u'\n');
     QCOMPARE(lines.size(), 23);
     QCOMPARE(lines.last(), u"… e mais 7."_s);
+}
+
+void TestNFTerceirosItens::aPasteThatFailsLeavesNoEmptyRow()
+{
+    Screen screen;
+    screen.open();
+    screen.startInvoice();
+    screen.station.tabela.IBDatabase->setObserver([](const QString &statement) {
+        if (statement.startsWith(u"SELECT DESCRICAO FROM MATERIAL"_s))
+            throw EDatabaseError(EDatabaseError::Category::Connection, {}, {}, statement);
+    });
+    screen.expectFailure(u"A conexão com o banco de dados falhou."_s);
+    screen.paste(u"FIO30CO\tA\t1\t1"_s);
+    screen.station.tabela.IBDatabase->setObserver({});
+    QVERIFY(!screen.station.host.busyMarker().isBusy());
+    screen.enterLot();
+    QCOMPARE(screen.shownLots(), QStringList{u"FIO30CO|L1|50,00|20,000000|1.000,00|"_s});
 }
 
 QTEST_MAIN(TestNFTerceirosItens)

@@ -66,6 +66,8 @@ private slots:
     void aProcessKilledWhileSavingLosesNoLot();
     void aNumberTakenMeanwhileIsRefused();
     void whatLeftMeanwhileIsNotOverwritten();
+    void whatIsQuotedMeanwhileIsNotTakenAway_data();
+    void whatIsQuotedMeanwhileIsNotTakenAway();
     void anInvoiceDeletedMeanwhileIsNotSaved();
     void theInvoiceOfTheOtherClientIsNotTakenForADeletedOne();
 
@@ -359,6 +361,44 @@ void TestNFTerceirosSave::whatLeftMeanwhileIsNotOverwritten()
     QVERIFY(screen.isEditing());
     QCOMPARE(lots(screen.database()), QStringList{u"0000123|00001|FIO30CO|L1|50|50|12|0|20|1000"_s});
     QCOMPARE(log(screen.database()), QStringList());
+}
+
+void TestNFTerceirosSave::whatIsQuotedMeanwhileIsNotTakenAway_data()
+{
+    QTest::addColumn<QString>("quotedLot");
+    QTest::addColumn<bool>("numberCorrected");
+    QTest::addColumn<bool>("saved");
+    QTest::newRow("the lot taken out") << u"L2"_s << false << false;
+    QTest::newRow("another lot") << u"L1"_s << false << true;
+    QTest::newRow("the number") << u"L1"_s << true << false;
+}
+
+void TestNFTerceirosSave::whatIsQuotedMeanwhileIsNotTakenAway()
+{
+    QFETCH(QString, quotedLot);
+    QFETCH(bool, numberCorrected);
+    QFETCH(bool, saved);
+    Screen screen;
+    insert(screen.database(), u"0000123"_s, u"00001"_s, {{.lot = u"L1"_s}, {.lot = u"L2"_s}});
+    const QStringList before = lots(screen.database());
+    screen.open();
+    screen.station.click(u"BtnAltera"_s);
+    if (numberCorrected) {
+        screen.station.enter(u"DBDocto"_s, u"0000321"_s);
+    } else {
+        screen.station.child(u"DBGItens"_s)->setFocus();
+        screen.station.key(Qt::Key_Down);
+        QCOMPARE(screen.station.text(u"EdtLote"_s), u"L2"_s);
+        screen.answers.expect(u"Deseja eliminar este Material?"_s, QMessageBox::Yes);
+        screen.station.click(u"btIExcluir"_s);
+    }
+    quote(screen.database(), u"0000123"_s, u"FIO30CO"_s, quotedLot);
+    if (!saved)
+        screen.expectFailure(refusedByConflict);
+    screen.station.click(u"SbConfirmar"_s);
+    QCOMPARE(screen.isEditing(), !saved);
+    QCOMPARE(lots(screen.database()), saved ? before.first(1) : before);
+    QCOMPARE(headers(screen.database()), QStringList{u"0000123|00001"_s});
 }
 
 void TestNFTerceirosSave::anInvoiceDeletedMeanwhileIsNotSaved()
