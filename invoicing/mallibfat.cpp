@@ -5,6 +5,7 @@
 
 #include "invoicing/mallibfat.h"
 
+#include "invoicing/rowtexts.h"
 #include "module/controls/dbgrid.h"
 #include "module/host_services/busy.h"
 #include "module/host_services/clientdataset.h"
@@ -22,8 +23,6 @@
 #include <QKeyEvent>
 #include <QScopedValueRollback>
 #include <QShortcut>
-
-#include <algorithm>
 
 using namespace Funcoes;
 using namespace Qt::StringLiterals;
@@ -142,7 +141,7 @@ void TfmMalLibFat::EdtNumeroExit()
 void TfmMalLibFat::BuscaOF()
 {
     // Before the lines are read: what changes in between is noticed when the release is saved.
-    m_stored = stored(m_number);
+    const QStringList asStored = stored(m_number);
     TTIQuery rows;
     rows.SQL.add(DBLocal_SQL(uR"(
         SELECT PEDIDO3.NUMERO, PEDIDO3.CAIXA, PEDIDO3.CODCLI, PEDIDO3.CODIGO, MATERIAL.DESCRICAO, PEDIDO3.QTDE,
@@ -162,6 +161,7 @@ void TfmMalLibFat::BuscaOF()
     fill(rows,
         {u"CAIXA"_s, u"CODIGO"_s, u"DESCRICAO"_s, {}, {}, {}, u"QTDE"_s, u"ROLOS"_s, u"MAQUINA"_s, u"NOMEMAQ"_s,
             u"LOCAL"_s, u"LOTE"_s});
+    m_stored = asStored; // lines that could not be read are not replaced by none
 }
 
 void TfmMalLibFat::BuscaMalhas()
@@ -225,8 +225,10 @@ void TfmMalLibFat::edtClienteExit()
         refuse(u"Cliente inválido."_s, m_ui->edtCliente);
         throw EAbort();
     }
+    // A number that the program gave is that of a new release, also when another station took it meanwhile.
+    const bool isNew = !m_number.isEmpty() && (m_numberGiven || !Existe(u"PEDIDO3"_s, u"NUMERO"_s, Aspas(m_number)));
     // What was typed for this client stays when the field is passed again.
-    if (!m_number.isEmpty() && client != m_productionOf && !Existe(u"PEDIDO3"_s, u"NUMERO"_s, Aspas(m_number)))
+    if (isNew && client != m_productionOf)
         BuscaMalhas();
 }
 
@@ -315,7 +317,8 @@ void TfmMalLibFat::BitBtn1Click()
     }
     {
         const Busy busy(this);
-        m_saved = save();
+        const QString number = save();
+        m_saved = TbOF->IsEmpty() ? QString() : number; // without lines there is no release
     }
     LimpaTela();
     m_ui->EdtNumero->setFocus();
@@ -323,19 +326,13 @@ void TfmMalLibFat::BitBtn1Click()
 
 QStringList TfmMalLibFat::stored(const QString &number) const
 {
+    const QStringList columns{
+        u"CAIXA"_s, u"CODIGO"_s, u"QTDE"_s, u"PESO"_s, u"DATA"_s, u"CODCLI"_s, u"NOTAFISCAL"_s, u"OBS"_s, u"LOCAL"_s};
     TTIQuery rows;
-    rows.SQL.add(DBLocal_SQL(
-        u"SELECT CAIXA, CODIGO, QTDE, PESO, DATA, CODCLI, NOTAFISCAL, OBS, LOCAL FROM {PEDIDO3} WHERE NUMERO = "_s,
-        Aspas(number)));
-    QStringList result;
-    for (rows.Open(); !rows.Eof(); rows.Next()) {
-        QStringList columns;
-        for (const TField &field : rows.fields())
-            columns.append(rows.AsString(field.name));
-        result.append(columns.join(u'\t'));
-    }
-    std::sort(result.begin(), result.end());
-    return result;
+    rows.SQL.add(
+        DBLocal_SQL(u"SELECT "_s + columns.join(u", "_s) + u" FROM {PEDIDO3} WHERE NUMERO = "_s, Aspas(number)));
+    rows.Open();
+    return rowTexts(rows, columns);
 }
 
 /// The number that the release has now. One that the program gave is given anew when another station took it meanwhile;

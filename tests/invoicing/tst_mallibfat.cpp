@@ -234,7 +234,7 @@ void TestMalLibFat::passingAFieldAgainKeepsWhatWasTyped()
     QCOMPARE(station.text(u"EdtNumero"_s), u"00001"_s);
     QCOMPARE(station.text(u"EdtObs"_s), u"Urgente"_s);
     QCOMPARE(station.cell(1, u"Faturar"_s), u"4,500"_s);
-    // It can be left without being asked once the quantity was given up.
+    // Another number starts anew.
     station.enter(u"EdtNumero"_s, {});
     QCOMPARE(station.listed(), QStringList());
 }

@@ -47,7 +47,9 @@ private slots:
     void nothingRemainsOfASaveThatFails();
     void moreRollsThanTheTableHoldsAreRefused();
     void aNumberThatWasGivenToAnotherStationIsGivenAnew();
+    void aNumberTakenBeforeTheClientIsTypedIsGivenAnewToo();
     void aReleaseChangedMeanwhileIsNotOverwritten();
+    void aReleaseThatCouldNotBeReadIsNotReplaced();
     void aTypedNumberUsedMeanwhileIsNotOverwritten();
     void textsAreStoredAsTyped_data();
     void textsAreStoredAsTyped();
@@ -188,7 +190,8 @@ void TestMalLibFatSave::aReleaseWithoutLinesLeavesNone()
     // The number is empty, and is given as the field is left.
     station.click(u"BitBtn1"_s);
     QCOMPARE(station.stored(), before);
-    QCOMPARE(station.text(u"lbTotais"_s), u"Liberação 00009 gravada."_s);
+    QCOMPARE(station.text(u"EdtNumero"_s), QString());
+    QCOMPARE(station.text(u"lbTotais"_s), QString());
 }
 
 void TestMalLibFatSave::aCellThatIsOpenIsSavedToo_data()
@@ -303,6 +306,37 @@ void TestMalLibFatSave::aNumberThatWasGivenToAnotherStationIsGivenAnew()
     QCOMPARE(station.stored(u"NUMERO = '00002' AND QTDE > 0"_s),
         QStringList{u"00002|000010|2026-03-10|00001|M0001|5||2||"_s});
     QCOMPARE(station.text(u"lbTotais"_s), u"Liberação 00002 gravada."_s);
+}
+
+void TestMalLibFatSave::aNumberTakenBeforeTheClientIsTypedIsGivenAnewToo()
+{
+    ReleaseStation station;
+    station.openReleases();
+    station.enter(u"EdtNumero"_s, {});
+    station.insertLine(u"00001"_s, u"000020"_s, u"M0002"_s, 30, 1, u"00002"_s);
+    const QStringList theirs = station.stored();
+    station.enter(u"edtCliente"_s, u"00001"_s);
+    QCOMPARE(station.listed().size(), 3);
+    station.standOn(0, u"Faturar"_s);
+    station.enterCell(u"5"_s);
+    station.click(u"BitBtn1"_s);
+    QCOMPARE(station.stored(u"NUMERO = '00001'"_s), theirs);
+    QCOMPARE(station.stored(u"NUMERO = '00002'"_s).size(), 3);
+}
+
+void TestMalLibFatSave::aReleaseThatCouldNotBeReadIsNotReplaced()
+{
+    ReleaseStation station;
+    station.insertReleases();
+    const QStringList before = station.stored();
+    station.openReleases();
+    station.database.run(u"ALTER TABLE {MAQUINA} DROP DESCRICAO"_s);
+    expectFailure(station.answers, caption, refusedByTable);
+    station.enter(u"EdtNumero"_s, u"00007"_s);
+    QCOMPARE(station.listed(), QStringList());
+    expectFailure(station.answers, caption, refusedByConflict);
+    station.click(u"BitBtn1"_s);
+    QCOMPARE(station.stored(), before);
 }
 
 void TestMalLibFatSave::aReleaseChangedMeanwhileIsNotOverwritten()
