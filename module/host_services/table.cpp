@@ -283,10 +283,10 @@ QString TTITable::literal(int fieldIndex, const QVariant &value) const
     case TField::Type::Date:
         return SqlText::quoted(Format::sqlDate(value.toDate()));
     case TField::Type::Time:
-        return SqlText::quoted(value.toTime().toString(u"HH:mm:ss"_s));
+        return SqlText::quoted(Format::time(value.toTime()));
     case TField::Type::DateTime:
         return SqlText::quoted(
-            Format::sqlDate(value.toDateTime().date()) + u' ' + value.toDateTime().time().toString(u"HH:mm:ss"_s));
+            Format::sqlDate(value.toDateTime().date()) + u' ' + Format::time(value.toDateTime().time()));
     case TField::Type::Text:
         break;
     }

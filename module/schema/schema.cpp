@@ -6,6 +6,7 @@
 #include "module/host_services/clock.h"
 #include "module/host_services/database.h"
 #include "module/host_services/format.h"
+#include "module/host_services/funcoes.h"
 #include "module/host_services/sqltext.h"
 #include "module/schema/tables.h"
 
@@ -17,7 +18,7 @@ namespace {
 
 QString physicalName(const Table &table, int company)
 {
-    return table.perCompany ? u"%1_%2"_s.arg(table.name, QString::number(company).rightJustified(3, u'0')) : table.name;
+    return table.perCompany ? Funcoes::DBLocalEmpresa(table.name, company) : table.name;
 }
 
 QString columnText(const Dialect &dialect, const Table &table, const Column &column)
@@ -84,18 +85,16 @@ void Builder::upgrade()
         for (const int company : numbers)
             runStep(step, company);
         m_database.run(u"INSERT INTO QEN_ESQUEMA (VERSAO, MOMENTO) VALUES (%1, '%2 %3')"_s.arg(step.version)
-                           .arg(Format::sqlDate(Clock::today()), Clock::now().time().toString(u"HH:mm:ss"_s)));
+                           .arg(Format::sqlDate(Clock::today()), Format::time(Clock::now().time())));
         save.CommitRetaining();
     }
 }
 
 void Builder::runStep(const Step &step, int company)
 {
-    for (const QString &statement : step.statements) {
-        m_database.run(SqlText::withTables(statement, [&](const QString &name) {
-            return u"%1_%2"_s.arg(name, QString::number(company).rightJustified(3, u'0'));
-        }));
-    }
+    const auto ofCompany = [company](const QString &name) { return Funcoes::DBLocalEmpresa(name, company); };
+    for (const QString &statement : step.statements)
+        m_database.run(SqlText::withTables(statement, ofCompany));
 }
 
 void Builder::createCompany(int number, const QString &name)
