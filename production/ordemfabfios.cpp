@@ -10,6 +10,8 @@
 #include "module/host_services/errors.h"
 #include "module/host_services/table.h"
 
+#include <QTimer>
+
 #include <algorithm>
 #include <array>
 
@@ -246,6 +248,8 @@ void TfmMalhaOF::GravaFiosBaixa()
         yarn.lock(yarnOrder(), lots);
         if (const std::optional<QString> taken = overdrawnYarn(lots, yarn.lotsOf(yarnOrder(), m_mode))) {
             m_lotsTaken = true;
+            // When the save is undone, so that behind the message the lots stand as they are now.
+            QTimer::singleShot(0, this, [this] { run([this] { refreshYarn(); }); });
             throw EQen(insufficient(*taken));
         }
     }
