@@ -84,6 +84,7 @@ private:
     };
 
     Pair pair() const; ///< of the header
+    void showRaport(const QString &material, const QString &colour);
     void createGrids();
     void createMenu();
     void LimpaGrades();
@@ -105,8 +106,9 @@ private:
     QString listOfColours(const QString &material) const;
     /// False, with a message, when the header does not say whose rapport it is.
     bool requirePair();
-    /// Leaves the field that is being typed in, and the cell.
-    void enterLines();
+    /// Leaves the field that is being typed in, and the cell. True when the user was in a line that was only begun,
+    /// which goes.
+    bool enterLines();
     QVariantList state() const;
     bool isChanged() const;
     QVector<TCurrencyEdit *> technicalFields() const;

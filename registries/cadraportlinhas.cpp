@@ -50,10 +50,10 @@ void TfmCadRaport::createGrids()
     });
 }
 
-void TfmCadRaport::enterLines()
+bool TfmCadRaport::enterLines()
 {
     m_ui->DBGrid1->setFocus();
-    m_ui->DBGrid1->finish();
+    return m_ui->DBGrid1->finish();
 }
 
 void TfmCadRaport::DBGrid1KeyDown(QKeyEvent *event)
@@ -216,32 +216,31 @@ void TfmCadRaport::showLines()
 
 void TfmCadRaport::BtLinhaInserirClick()
 {
-    enterLines();
+    m_ui->DBGrid1->setFocus();
     m_ui->DBGrid1->insertLine();
 }
 
 void TfmCadRaport::BtLinhaCopiarClick()
 {
-    enterLines();
+    m_ui->DBGrid1->setFocus();
     m_ui->DBGrid1->copyLines();
 }
 
 void TfmCadRaport::BtLinhaSobeClick()
 {
-    enterLines();
+    m_ui->DBGrid1->setFocus();
     m_ui->DBGrid1->moveLines(-1);
 }
 
 void TfmCadRaport::BtLinhaDesceClick()
 {
-    enterLines();
+    m_ui->DBGrid1->setFocus();
     m_ui->DBGrid1->moveLines(1);
 }
 
 void TfmCadRaport::BitBtn3Click()
 {
-    enterLines();
-    if (m_ui->DBGrid1->markedLines() > 0 && Messages::askDelete(this))
+    if (!enterLines() && m_ui->DBGrid1->markedLines() > 0 && Messages::askDelete(this))
         m_ui->DBGrid1->removeLines();
 }
 

@@ -8,6 +8,7 @@
 #include <QCoreApplication>
 #include <QItemSelectionModel>
 #include <QKeyEvent>
+#include <QMenu>
 #include <QSignalBlocker>
 
 #include <algorithm>
@@ -145,8 +146,7 @@ void LineGrid::tellChange()
 
 void LineGrid::insertLine()
 {
-    finish();
-    if (m_lines->IsEmpty()) {
+    if (finish() || m_lines->IsEmpty()) {
         begin();
         return;
     }
@@ -158,10 +158,9 @@ void LineGrid::insertLine()
 
 void LineGrid::copyLines()
 {
-    finish();
-    const Range range = marked();
-    if (range.count == 0)
+    if (finish() || m_lines->IsEmpty())
         return;
+    const Range range = marked();
     for (int i = 0; i < range.count; ++i)
         putLine(range.first + range.count + i, line(range.first + i));
     tellChange();
@@ -171,10 +170,11 @@ void LineGrid::copyLines()
 /// Instead of the lines marked, the one that they pass goes to their other side.
 void LineGrid::moveLines(int step)
 {
-    finish();
+    if (finish() || m_lines->IsEmpty())
+        return;
     const Range range = marked();
     const int passed = step < 0 ? range.first - 1 : range.first + range.count;
-    if (range.count == 0 || passed < 0 || passed >= m_lines->rowCount())
+    if (passed < 0 || passed >= m_lines->rowCount())
         return;
     const QVector<QVariant> values = line(passed);
     m_lines->setRow(passed);
@@ -197,17 +197,19 @@ void LineGrid::removeLines()
         mark({qMin(range.first, m_lines->rowCount() - 1), 1});
 }
 
-void LineGrid::finish()
+bool LineGrid::finish()
 {
     takeCell();
-    if (std::exchange(m_begun, false) && m_lines->rowCount() > 0 && isLineEmpty(m_lines->rowCount() - 1)) {
-        const int row = m_lines->row();
-        m_lines->setRow(m_lines->rowCount() - 1);
-        m_lines->Delete();
-        if (row < m_lines->rowCount())
-            m_lines->setRow(row);
-        tellChange();
-    }
+    const int last = m_lines->rowCount() - 1;
+    if (!std::exchange(m_begun, false) || last < 0 || !isLineEmpty(last))
+        return false;
+    const int row = m_lines->row();
+    m_lines->setRow(last);
+    m_lines->Delete();
+    if (row < last)
+        m_lines->setRow(row);
+    tellChange();
+    return row == last;
 }
 
 bool LineGrid::isLineEmpty(int row) const
@@ -288,6 +290,16 @@ bool LineGrid::eventFilter(QObject *watched, QEvent *event)
     QKeyEvent again(QEvent::KeyPress, tab ? int(Qt::Key_Return) : key->key(), key->modifiers());
     QCoreApplication::sendEvent(this, &again);
     return true;
+}
+
+/// Without the entry that sorts, which would do nothing here.
+void LineGrid::contextMenuEvent(QContextMenuEvent *event)
+{
+    TDBGrid::contextMenuEvent(event);
+    for (QMenu *menu : findChildren<QMenu *>()) {
+        if (menu->title() == u"&Ordenar"_s)
+            menu->menuAction()->setVisible(false);
+    }
 }
 
 void LineGrid::keyPressEvent(QKeyEvent *event)

@@ -34,8 +34,9 @@ public:
     void removeLines();
     /// How many lines are marked; 0 without a line.
     int markedLines() const { return marked().count; }
-    /// Ends what is being typed. A line that was begun at the end and in which nothing was typed goes again.
-    void finish();
+    /// Ends what is being typed. A line that was begun at the end and in which nothing was typed goes again; true when
+    /// the user was in it.
+    bool finish();
 
 signals:
     void linesChanged(); ///< their number or order
@@ -44,6 +45,7 @@ signals:
 protected:
     bool edit(const QModelIndex &index, EditTrigger trigger, QEvent *event) override;
     bool eventFilter(QObject *watched, QEvent *event) override;
+    void contextMenuEvent(QContextMenuEvent *event) override;
     void keyPressEvent(QKeyEvent *event) override;
 
 private:

@@ -3,6 +3,8 @@
 
 #include "tests/registries/raportstation.h"
 
+#include <QMenu>
+
 using namespace Qt::StringLiterals;
 using namespace ScreenChecks;
 
@@ -34,6 +36,8 @@ private slots:
 
     void linesAreTypedByTheKeyboardAlone();
     void anEmptyLineAtTheEndGoesAgain();
+    void inALineThatIsOnlyBegunNoOtherIsMeant_data();
+    void inALineThatIsOnlyBegunNoOtherIsMeant();
     void theArrowsLeaveTheCellForTheNextLine();
     void escGivesTheCellItsOldText();
     void codesAreTrimmedAndDescribed();
@@ -53,6 +57,7 @@ private slots:
     void linesSavedAfterMovingAreNumberedAnew();
     void deletingAsksAndNoIsTheDefault();
     void theButtonsDoWhatTheKeysDo();
+    void theMenuOffersNoSorting();
 
     void thePictureFollowsTheLines();
     void aClickInThePictureFindsTheLine();
@@ -97,6 +102,43 @@ void TestCadRaportLinhas::anEmptyLineAtTheEndGoesAgain()
     QCOMPARE(station.shown().size(), 4);
     station.click(u"BitBtn1"_s);
     QCOMPARE(station.stored().size(), 3);
+}
+
+void TestCadRaportLinhas::inALineThatIsOnlyBegunNoOtherIsMeant_data()
+{
+    QTest::addColumn<Qt::Key>("key");
+    QTest::addColumn<QString>("button");
+    QTest::newRow("deleted") << Qt::Key_Delete << u"BitBtn3"_s;
+    QTest::newRow("copied") << Qt::Key_D << u"BtLinhaCopiar"_s;
+    QTest::newRow("moved up") << Qt::Key_Up << u"BtLinhaSobe"_s;
+    QTest::newRow("moved down") << Qt::Key_Down << u"BtLinhaDesce"_s;
+}
+
+void TestCadRaportLinhas::inALineThatIsOnlyBegunNoOtherIsMeant()
+{
+    QFETCH(Qt::Key, key);
+    QFETCH(QString, button);
+    RaportStation station;
+    station.threeLines();
+    station.openRaport();
+    station.load();
+    for (const bool byKey : {true, false}) {
+        station.goTo(2, u"Desperdicio"_s);
+        station.key(Qt::Key_Return);
+        QCOMPARE(station.shown().size(), 4);
+        byKey ? station.key(key, Qt::ControlModifier) : station.click(button);
+        QCOMPARE(station.shown(u"Ordem;Milimetros"_s), (QStringList{u"1|10"_s, u"2|5"_s, u"3|15"_s}));
+    }
+    // A line is inserted where the user was.
+    station.goTo(2, u"Desperdicio"_s);
+    station.key(Qt::Key_Return);
+    station.key(Qt::Key_Insert);
+    QCOMPARE(station.shown(u"Ordem;Milimetros"_s), (QStringList{u"1|10"_s, u"2|5"_s, u"3|15"_s, u"4|"_s}));
+    // Of another line than the one that was begun the question is asked.
+    station.goTo(0, u"Milimetros"_s);
+    station.answers.expect(u"Deseja eliminar este Registro?"_s, QMessageBox::Yes);
+    station.click(u"BitBtn3"_s);
+    QCOMPARE(station.shown(u"Ordem;Milimetros"_s), (QStringList{u"1|5"_s, u"2|15"_s}));
 }
 
 void TestCadRaportLinhas::theArrowsLeaveTheCellForTheNextLine()
@@ -402,6 +444,31 @@ void TestCadRaportLinhas::theButtonsDoWhatTheKeysDo()
     station.click(u"BtLinhaInserir"_s);
     QCOMPARE(station.shown(u"Milimetros"_s), (QStringList{u"10"_s, u"5"_s, u"10"_s, QString(), u"10"_s}));
     QCOMPARE(station.focus(), u"DBGrid1"_s);
+}
+
+void TestCadRaportLinhas::theMenuOffersNoSorting()
+{
+    RaportStation station;
+    station.threeLines();
+    station.openRaport();
+    station.load();
+    station.goTo(1, u"Milimetros"_s);
+    station.key(Qt::Key_Menu);
+    auto *menu = qobject_cast<QMenu *>(QApplication::activePopupWidget());
+    QVERIFY(menu);
+    QStringList texts;
+    for (const QAction *action : menu->actions()) {
+        if (action->isVisible() && !action->isSeparator())
+            texts.append(action->text().remove(u'&').section(u'\t', 0, 0));
+    }
+    menu->close();
+    QCOMPARE(texts,
+        (QStringList{u"Importar composição da cor"_s, u"Importar composição do material"_s,
+            u"Gerar composição combinada"_s, u"Copiar"_s, u"Copiar tudo"_s, u"Exportar para planilha (XLSX)…"_s,
+            u"Exportar CSV…"_s, u"Restaurar colunas"_s}));
+    // Neither do the titles and the keys.
+    station.key(Qt::Key_4, Qt::ControlModifier);
+    QCOMPARE(station.shown(u"Milimetros"_s), (QStringList{u"10"_s, u"5"_s, u"15"_s}));
 }
 
 void TestCadRaportLinhas::thePictureFollowsTheLines()
