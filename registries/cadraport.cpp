@@ -363,10 +363,14 @@ void TfmCadRaport::BitBtn5Click()
     call.form = this;
     const int line = TbDados->row();
     call.dataSets = {{u"QryRaport"_s, &header}, {u"TbDados"_s, TbDados}};
-    // What is on the screen: the observation there may stand for other colours too, or not be saved yet.
+    // What is on the screen may not be saved yet. Of the rows selected the first may be that of another colour's
+    // observation, or of lines just combined, which have no technical data.
     call.parameters = {{u"MATERIAL"_s, pair().material}, {u"DESC_MATERIAL"_s, m_ui->EdtDescMaterial->text()},
         {u"COR"_s, pair().colour}, {u"DESC_COR"_s, m_ui->EdtDescCor->text()},
-        {u"OBSERVACAO"_s, m_ui->EdtObs->toPlainText()}, {u"ALIMENTADORES"_s, int(m_ui->EdtAlimentadores->value())},
+        {u"DIAMETRO"_s, m_ui->EdtDiametro->value()}, {u"FINURA"_s, m_ui->EdtFinura->value()},
+        {u"LARGURA"_s, m_ui->EdtLargura->value()}, {u"GRAMATURA"_s, m_ui->EdtGramatura->value()},
+        {u"KG_ROLO"_s, m_ui->EdtKgRolo->value()}, {u"OBSERVACAO"_s, m_ui->EdtObs->toPlainText()},
+        {u"ALIMENTADORES"_s, int(m_ui->EdtAlimentadores->value())},
         {u"DESENHO"_s, m_ui->Desenho->forPaper()}};
     Chama_Relatorio(call);
     TbDados->setRow(line);
@@ -403,12 +407,17 @@ void TfmCadRaport::btnConsultarClick()
 void TfmCadRaport::PqRaportFechaPesquisa()
 {
     const QString material = m_ui->PqRaport->RetornoPesquisa(u"MATERIAL"_s);
-    if (material.isEmpty())
-        return;
+    if (!material.isEmpty())
+        showRaport(material, m_ui->PqRaport->RetornoPesquisa(u"COR"_s));
+}
+
+void TfmCadRaport::showRaport(const QString &material, const QString &colour)
+{
     m_ui->EdtMaterial->setText(material);
-    m_ui->EdtCor->setText(m_ui->PqRaport->RetornoPesquisa(u"COR"_s));
+    m_ui->EdtCor->setText(colour);
     m_ui->PqCor->setSQL(listOfColours(material));
     EdtCorExit();
+    m_ui->PageControl->setCurrentWidget(m_ui->TabManutencao);
     m_ui->DBGrid1->setFocus();
 }
 
@@ -444,11 +453,6 @@ void TfmCadRaport::DBGridDblClick()
 {
     if (QryAcesso->IsEmpty())
         return;
-    m_ui->EdtMaterial->setText(QryAcesso->AsString(u"Codigo"_s));
-    m_ui->EdtCor->setText(QryAcesso->AsString(u"Cor"_s));
-    m_ui->PqCor->setSQL(listOfColours(pair().material));
-    EdtCorExit();
-    m_ui->PageControl->setCurrentWidget(m_ui->TabManutencao);
-    m_ui->DBGrid1->setFocus();
+    showRaport(QryAcesso->AsString(u"Codigo"_s), QryAcesso->AsString(u"Cor"_s));
     TbDados->Locate(u"CodigoFio;Cor"_s, {QryAcesso->value(u"COD_FIO"_s), QryAcesso->value(u"COR_FIO"_s)});
 }

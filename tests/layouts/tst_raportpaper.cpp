@@ -38,6 +38,7 @@ private slots:
     void initTestCase_data() { Engines::addEngineRows(); }
 
     void linesAndTheirSumsAreThoseOfTheScreen();
+    void technicalDataIsThatOfTheScreen();
     void anEmptyRaportIsPrinted();
     void titlesStandOnEachPage();
 };
@@ -55,6 +56,23 @@ void TestRaportPaper::linesAndTheirSumsAreThoseOfTheScreen()
              u"3 FIO30CO Fio algodão 30/1 penteado 000001 Cru 15 24 2 FUNDO 1,5"_s, u"3 linhas 30 48"_s,
              u"Página 1 de 1"_s})
         QVERIFY2(text.contains(shown), qUtf8Printable(shown + u'\n' + text));
+}
+
+void TestRaportPaper::technicalDataIsThatOfTheScreen()
+{
+    PrintingStation station;
+    station.threeLines();
+    // A line that was just combined has none.
+    station.database.run(u"INSERT INTO {COMP_MATERIAL} (MATERIAL, COR, CODIGO, COR_I, ORDEM, PERC) "
+                         "VALUES ('M0001', '000001', 'FIO30CO', '000002', 3, 10)"_s);
+    const QString text = station.print(u"M0001"_s, u"000001"_s);
+    for (const QString &shown : {u"30 28 1,20 m 165 g/m²"_s, u"20,00 kg"_s})
+        QVERIFY2(text.contains(shown), qUtf8Printable(shown + u'\n' + text));
+    station.enter(u"EdtFinura"_s, u"24,5"_s);
+    station.enter(u"EdtGramatura"_s, u"0"_s);
+    station.click(u"BitBtn5"_s);
+    const QString typed = station.paper.flatText();
+    QVERIFY2(typed.contains(u"30 24,5 1,20 m\n"_s), qUtf8Printable(typed));
 }
 
 void TestRaportPaper::anEmptyRaportIsPrinted()
