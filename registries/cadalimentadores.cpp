@@ -7,6 +7,7 @@
 
 #include "module/host_services/clientdataset.h"
 #include "module/host_services/database.h"
+#include "module/host_services/errors.h"
 #include "module/host_services/funcoes.h"
 #include "module/host_services/query.h"
 #include "module/look.h"
@@ -80,17 +81,28 @@ void TfmCadAlimentador::LimpaTela()
     TbDados->EmptyDataSet();
     m_loadedMaterial.clear();
     m_loadedRows.clear();
+    m_stored.clear();
 }
 
-void TfmCadAlimentador::BuscaDados()
+/// The settings of the header's fabric in the table.
+QVector<TfmCadAlimentador::Setting> TfmCadAlimentador::stored() const
 {
     TTIQuery settings;
     settings.SQL.add(u"SELECT * FROM "_s + DBLocal(u"CADRAPORT"_s) + u" WHERE CODIGO = "_s + Aspas(material())
         + u" ORDER BY MILIMETROS, ALIMENTADORES"_s);
-    for (settings.Open(); !settings.Eof(); settings.Next()) {
+    QVector<Setting> found;
+    for (settings.Open(); !settings.Eof(); settings.Next())
+        found.append({settings.value(u"Milimetros"_s), settings.value(u"Alimentadores"_s)});
+    return found;
+}
+
+void TfmCadAlimentador::BuscaDados()
+{
+    m_stored = stored();
+    for (const auto &[millimetres, feeders] : m_stored) {
         TbDados->Append();
-        TbDados->setValue(u"Alimentadores"_s, settings.value(u"Alimentadores"_s));
-        TbDados->setValue(u"Milimetros"_s, settings.value(u"Milimetros"_s));
+        TbDados->setValue(u"Alimentadores"_s, feeders);
+        TbDados->setValue(u"Milimetros"_s, millimetres);
         TbDados->Post();
     }
     TbDados->First();
@@ -111,8 +123,30 @@ void TfmCadAlimentador::BtLinhaInserirClick()
 void TfmCadAlimentador::BtLinhaExcluirClick()
 {
     m_ui->DBGrid1->setFocus();
-    if (m_ui->DBGrid1->markedLines() > 0 && Messages::askDelete(this))
+    if (!m_ui->DBGrid1->finish() && m_ui->DBGrid1->markedLines() > 0 && Messages::askDelete(this))
         m_ui->DBGrid1->removeLines();
+}
+
+/// What another station has saved of the fabric since it was read is not overwritten unseen.
+bool TfmCadAlimentador::mayReplace()
+{
+    const QVector<Setting> now = stored();
+    if (now != m_stored
+        && !Messages::ask(this,
+            u"Outra estação gravou os alimentadores deste material depois que foram abertos aqui. "
+            "Deseja substituí-los?"_s))
+        return false;
+    m_stored = now;
+    return true;
+}
+
+/// Nor is what it saves at this instant; and its rows do not stay beside those of this station.
+void TfmCadAlimentador::lockSettings()
+{
+    database().run(u"UPDATE "_s + DBLocal(u"MATERIAL"_s) + u" SET CODIGO = "_s + Aspas(material())
+        + u" WHERE CODIGO = "_s + Aspas(material()));
+    if (stored() != m_stored)
+        throw EDatabaseError(EDatabaseError::Category::Conflict, {}, u"Os alimentadores são outros agora."_s, {});
 }
 
 void TfmCadAlimentador::BitBtn2Click()
@@ -124,7 +158,10 @@ void TfmCadAlimentador::BitBtn2Click()
         return;
     }
     m_ui->DBGrid1->finish();
+    if (!mayReplace())
+        return;
     Save save(database());
+    lockSettings();
     ExcluiDados();
     GravaDados();
     save.CommitRetaining();

@@ -39,7 +39,13 @@ protected:
 
 private:
     void LimpaTela();
+    /// A stitch length and its feeders.
+    using Setting = std::pair<QVariant, QVariant>;
+
+    QVector<Setting> stored() const;
     void BuscaDados();
+    bool mayReplace();
+    void lockSettings();
     void ExcluiDados();
     void GravaDados();
     bool hasUnsavedRows() const;
@@ -47,7 +53,8 @@ private:
     std::unique_ptr<Ui::fmCadAlimentador> m_ui;
     TClientDataSet *TbDados;
     QString m_loadedMaterial;
-    QVector<QVector<QVariant>> m_loadedRows; ///< as they were read
+    QVector<QVector<QVariant>> m_loadedRows; ///< of the grid, as they were read
+    QVector<Setting> m_stored; ///< as the table held them then
 };
 
 extern QPointer<TfmCadAlimentador> fmCadAlimentador;

@@ -47,6 +47,8 @@ private slots:
     void anotherFabricDiscardsWhatWasTyped();
     void passingTheFabricAgainKeepsWhatWasTyped();
     void afterSavingTheFabricCanBeReadAgain();
+    void whatAnotherStationSavedIsReplacedOnlyWhenWanted();
+    void twoStationsThatSaveLeaveNoMixture();
     void withoutTheRightNothingIsSaved();
     void withoutAFabricNothingIsSaved();
     void nothingRemainsOfASaveThatFails();
@@ -195,6 +197,53 @@ void TestCadAlimentadores::afterSavingTheFabricCanBeReadAgain()
     QCOMPARE(station.settings().size(), 3);
     station.key(Qt::Key_Return);
     QCOMPARE(station.shown().first(), u"5|12"_s);
+}
+
+void TestCadAlimentadores::whatAnotherStationSavedIsReplacedOnlyWhenWanted()
+{
+    FeederStation station;
+    station.openFeeders(u"M0001"_s);
+    station.goTo(0, u"Alimentadores"_s);
+    station.typeCells({u"12"_s});
+    station.database.run(u"UPDATE {CADRAPORT} SET ALIMENTADORES = 99 WHERE CODIGO = 'M0001' AND MILIMETROS = 15"_s);
+    const QStringList theirs = station.settings();
+    const QString question =
+        u"Outra estação gravou os alimentadores deste material depois que foram abertos aqui. Deseja substituí-los?"_s;
+    station.answers.expectAndType(question, Qt::Key_Return, caption); // No is the default
+    station.click(u"BitBtn2"_s);
+    QCOMPARE(station.settings(), theirs);
+    QCOMPARE(station.shown(), (QStringList{u"5|12"_s, u"10|16"_s, u"15|24"_s})); // nothing that was typed is lost
+    station.answers.expect(question, QMessageBox::Yes, caption);
+    station.click(u"BitBtn2"_s);
+    QCOMPARE(station.settings(), (QStringList{u"M0001|5|12"_s, u"M0001|10|16"_s, u"M0001|15|24"_s}));
+}
+
+void TestCadAlimentadores::twoStationsThatSaveLeaveNoMixture()
+{
+    FeederStation station;
+    station.openFeeders(u"M0002"_s);
+    station.grid()->setFocus();
+    station.key(Qt::Key_Return);
+    station.typeCells({u"5"_s, u"8"_s});
+    // The other one is through after this one has found the table as it was.
+    bool saved = false;
+    station.tabela.IBDatabase->setObserver([&](const QString &statement) {
+        if (statement != u"BEGIN" || std::exchange(saved, true))
+            return;
+        Save other(station.database.connection());
+        station.database.run(u"UPDATE {MATERIAL} SET CODIGO = 'M0002' WHERE CODIGO = 'M0002'"_s);
+        station.feeders(u"M0002"_s, 7, 9);
+        other.CommitRetaining();
+    });
+    expectFailure(station.answers, caption,
+        u"Outra estação alterou estes dados ao mesmo tempo. Nada foi gravado; tente novamente."_s);
+    station.click(u"BitBtn2"_s);
+    station.tabela.IBDatabase->setObserver({});
+    QVERIFY(saved);
+    QCOMPARE(station.settings().last(), u"M0002|7|9"_s);
+    QCOMPARE(station.settings().size(), 4);
+    QCOMPARE(station.shown(), QStringList{u"5|8"_s});
+    QVERIFY(!station.tabela.IBDatabase->inTransaction());
 }
 
 void TestCadAlimentadores::withoutTheRightNothingIsSaved()
