@@ -85,6 +85,24 @@ void setUp(QPrinter &printer, const Report &report)
     printer.setDocName(report.title());
 }
 
+/// False when the user gave up.
+bool printPages(const Report &report, QPrinter &printer, QWidget *parent)
+{
+    QProgressDialog progress(u"Imprimindo…"_s, u"Cancelar"_s, 0, report.pages().count(), parent);
+    progress.setWindowModality(Qt::ApplicationModal);
+    progress.setMinimumDuration(patience);
+    return Printing::print(report.pages(), printer, [&progress](int page) {
+        progress.setValue(page);
+        return !progress.wasCanceled();
+    });
+}
+
+/// The printer, and what keeps the paper from coming.
+QString named(const QString &printer)
+{
+    return !Printing::isDevice(printer) && Printing::isStopped(printer) ? printer + u", que está parada"_s : printer;
+}
+
 } // namespace
 
 StationDesk::StationDesk(QSettings &settings)
@@ -131,42 +149,43 @@ QString StationDesk::print(Report &report, const QString &printer) const
         Pdf::write(report.pages(), file, report.title());
         return u"%1: %2"_s.arg(report.title(), QDir::toNativeSeparators(file));
     }
+    const QString name = Printing::isDevice(printer) ? printer : Printing::existing(printer);
     if (report.isText()) {
-        Printing::send(report.bytes(codesOf(m_settings, printer)), printer, report.title());
-        return u"%1: enviado para a impressora"_s.arg(report.title());
+        Printing::send(report.bytes(codesOf(m_settings, name)), name, report.title());
+    } else {
+        QPrinter device(QPrinter::HighResolution);
+        device.setPrinterName(Printing::existing(name));
+        setUp(device, report);
+        Printing::print(report.pages(), device);
     }
-    QPrinter device(QPrinter::HighResolution);
-    device.setPrinterName(Printing::existing(printer));
-    setUp(device, report);
-    Printing::print(report.pages(), device);
-    return u"%1: enviado para a impressora %2"_s.arg(report.title(), device.printerName());
+    return u"%1: enviado para a impressora %2"_s.arg(report.title(), named(name));
 }
 
 QString StationDesk::choosePrinterAndPrint(Report &report, QWidget *parent)
 {
     const QString usual = printerOf(report);
-    if (usual == filePrinter || usual.startsWith(u"arquivo:"_s))
+    if (usual == filePrinter || (report.isText() && Printing::isDevice(usual)))
         return print(report, usual);
+    const QString offered = Printing::offered(usual);
     QPrinter device(QPrinter::HighResolution);
-    device.setPrinterName(Printing::existing(usual));
+    device.setPrinterName(offered);
     setUp(device, report);
     QPrintDialog dialog(&device, parent);
     dialog.setMinMax(1, report.pages().count());
     dialog.setOption(QAbstractPrintDialog::PrintPageRange, !report.isText());
+    dialog.setOption(QAbstractPrintDialog::PrintToFile, false); // the preview writes PDF files itself
     if (dialog.exec() != QDialog::Accepted)
         return {};
-    if (device.printerName() != usual)
-        m_settings.setValue(u"Impressoras/"_s + report.name(), device.printerName());
-    if (report.isText())
-        return print(report, device.printerName());
-    QProgressDialog progress(u"Imprimindo…"_s, u"Cancelar"_s, 0, report.pages().count(), parent);
-    progress.setWindowModality(Qt::ApplicationModal);
-    progress.setMinimumDuration(patience);
-    const bool done = Printing::print(report.pages(), device, [&progress](int page) {
-        progress.setValue(page);
-        return !progress.wasCanceled();
-    });
-    return done ? u"Enviado para a impressora %1"_s.arg(device.printerName()) : u"Impressão cancelada."_s;
+    const QString chosen = device.printerName();
+    if (chosen != offered)
+        m_settings.setValue(u"Impressoras/"_s + report.name(), chosen);
+    if (report.isText()) {
+        const QByteArray bytes = report.bytes(codesOf(m_settings, chosen));
+        Printing::send(bytes.repeated(qMax(1, device.copyCount())), chosen, report.title());
+    } else if (!printPages(report, device, parent)) {
+        return u"Impressão cancelada."_s;
+    }
+    return u"Enviado para a impressora %1"_s.arg(named(chosen));
 }
 
 FolderDesk::FolderDesk(const QString &folder)

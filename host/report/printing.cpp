@@ -7,23 +7,59 @@
 #include "module/host_services/errors.h"
 
 #include <QFile>
+#include <QLibrary>
 #include <QPainter>
 #include <QPrinter>
 #include <QPrinterInfo>
 #include <QProcess>
 #include <QStandardPaths>
 
+#include <algorithm>
+#include <numeric>
+
 using namespace Qt::StringLiterals;
 
 namespace {
 
 constexpr int spoolerPatience = 15000; // ms
+const QString devicePrefix = QStringLiteral("arquivo:");
+
+EQen refusal(const QString &printer, const QString &details = {})
+{
+    return EQen(u"A impressora \"%1\" não aceita os dados."_s.arg(printer), details);
+}
+
+/// The toolkit hands a job over when its last page is painted, and does not tell when the print service refuses it. The
+/// service's library, which the toolkit has loaded, knows.
+void throwWhenRefused(const QPrinter &printer)
+{
+    constexpr int firstFailure = 0x100; // of IPP's states; those that are no answer are negative
+    QLibrary service(u"cups"_s, 2);
+    const auto state = reinterpret_cast<int (*)()>(service.resolve("cupsLastError"));
+    const auto reason = reinterpret_cast<const char *(*)()>(service.resolve("cupsLastErrorString"));
+    if (printer.outputFormat() != QPrinter::NativeFormat || !state || !reason)
+        return;
+    if (state() < 0 || state() >= firstFailure)
+        throw refusal(printer.printerName(), QString::fromUtf8(reason()));
+}
+
+/// From 0, in the order in which they are printed.
+QVector<int> pagesToPrint(const PageStore &pages, const QPrinter &printer)
+{
+    const int first = printer.fromPage() > 0 ? printer.fromPage() - 1 : 0;
+    const int last = printer.toPage() > 0 ? qMin(printer.toPage(), pages.count()) : pages.count();
+    QVector<int> numbers(qMax(0, last - first));
+    std::iota(numbers.begin(), numbers.end(), first);
+    if (printer.pageOrder() == QPrinter::LastPageFirst)
+        std::reverse(numbers.begin(), numbers.end());
+    return numbers;
+}
 
 void sendToDevice(const QByteArray &bytes, const QString &path)
 {
     QFile device(path);
     if (!device.open(QIODevice::WriteOnly | QIODevice::Unbuffered) || device.write(bytes) != bytes.size())
-        throw EQen(u"A impressora \"%1\" não aceita os dados."_s.arg(path), device.errorString());
+        throw refusal(path, device.errorString());
 }
 
 void sendToSpooler(const QByteArray &bytes, const QString &printer, const QString &title)
@@ -37,19 +73,44 @@ void sendToSpooler(const QByteArray &bytes, const QString &printer, const QStrin
     spooler.closeWriteChannel();
     if (!spooler.waitForFinished(spoolerPatience) || spooler.exitStatus() != QProcess::NormalExit
         || spooler.exitCode() != 0)
-        throw EQen(u"A impressora \"%1\" não aceita os dados."_s.arg(printer),
-            QString::fromLocal8Bit(spooler.readAllStandardError()) + spooler.errorString());
+        throw refusal(printer, QString::fromLocal8Bit(spooler.readAllStandardError()) + spooler.errorString());
 }
 
 } // namespace
 
+bool Printing::isDevice(const QString &printer)
+{
+    return printer.startsWith(devicePrefix);
+}
+
 QString Printing::existing(const QString &printer)
 {
-    if (printer.isEmpty() && QPrinterInfo::defaultPrinter().isNull())
+    const QStringList installed = QPrinterInfo::availablePrinterNames();
+    if (installed.isEmpty() && printer.isEmpty())
         throw EQen(u"Não há impressora instalada neste computador."_s);
-    if (!printer.isEmpty() && !QPrinterInfo::availablePrinterNames().contains(printer))
-        throw EQen(u"A impressora \"%1\" não está instalada neste computador."_s.arg(printer));
-    return printer.isEmpty() ? QPrinterInfo::defaultPrinter().printerName() : printer;
+    const QString name = printer.isEmpty() ? QPrinterInfo::defaultPrinterName() : printer;
+    if (name.isEmpty())
+        throw EQen(u"Nenhuma impressora deste computador é a padrão."_s);
+    if (!installed.contains(name))
+        throw EQen(u"A impressora \"%1\" não está instalada neste computador."_s.arg(name));
+    return name;
+}
+
+QString Printing::offered(const QString &printer)
+{
+    const QStringList installed = QPrinterInfo::availablePrinterNames();
+    if (installed.isEmpty())
+        throw EQen(u"Não há impressora instalada neste computador."_s);
+    for (const QString &name : {printer, QPrinterInfo::defaultPrinterName()}) {
+        if (installed.contains(name))
+            return name;
+    }
+    return installed.first();
+}
+
+bool Printing::isStopped(const QString &printer)
+{
+    return QPrinterInfo::printerInfo(printer).state() == QPrinter::Error;
 }
 
 bool Printing::print(const PageStore &pages, QPrinter &printer, const Progress &progress)
@@ -57,33 +118,31 @@ bool Printing::print(const PageStore &pages, QPrinter &printer, const Progress &
     printer.setFullPage(true);
     QPainter painter;
     if (!painter.begin(&printer))
-        throw EQen(u"A impressora \"%1\" não aceita os dados."_s.arg(printer.printerName()));
-    const int first = printer.fromPage() > 0 ? printer.fromPage() - 1 : 0;
-    const int last = printer.toPage() > 0 ? qMin(printer.toPage(), pages.count()) : pages.count();
+        throw refusal(printer.printerName());
+    const QVector<int> numbers = pagesToPrint(pages, printer);
     const int copies = printer.supportsMultipleCopies() ? 1 : qMax(1, printer.copyCount());
-    bool begun = false;
+    int done = 0;
     for (int copy = 0; copy < copies; ++copy) {
-        for (int number = first; number < last; ++number) {
-            if (progress && !progress(number)) {
+        for (const int number : numbers) {
+            if (progress && !progress(done)) {
                 printer.abort();
                 return false;
             }
-            if (begun)
+            if (done++ > 0)
                 printer.newPage();
-            begun = true;
             PagePainter::paint(painter, pages.page(number), pages.count());
         }
     }
     if (!painter.end())
-        throw EQen(u"A impressora \"%1\" não aceita os dados."_s.arg(printer.printerName()));
+        throw refusal(printer.printerName());
+    throwWhenRefused(printer);
     return true;
 }
 
 void Printing::send(const QByteArray &bytes, const QString &printer, const QString &title)
 {
-    const QString device = u"arquivo:"_s;
-    if (printer.startsWith(device))
-        sendToDevice(bytes, printer.mid(device.size()));
+    if (isDevice(printer))
+        sendToDevice(bytes, printer.mid(devicePrefix.size()));
     else
-        sendToSpooler(bytes, existing(printer), title);
+        sendToSpooler(bytes, printer, title);
 }

@@ -35,7 +35,7 @@ const QByteArray characters = R"(<layout title="Etiqueta">
 
 } // namespace
 
-/// What is printed at once, on printers that are files: this machine has no other.
+/// What is printed at once, on printers that are files: those of the system, which it may have, are not asked.
 class TestPrinting : public QObject
 {
     Q_OBJECT
@@ -67,6 +67,7 @@ private:
 
 void TestPrinting::initTestCase()
 {
+    qputenv("CUPS_SERVER", m_folder.filePath(u"no-service"_s).toLocal8Bit());
     qputenv("XDG_DATA_HOME", m_folder.filePath(u"data"_s).toLocal8Bit());
     const std::pair<QString, QByteArray> layouts[]{{u"WEtqTeste"_s, graphic}, {u"TEtqTeste"_s, characters}};
     for (const auto &[name, xml] : layouts) {
