@@ -96,8 +96,16 @@ void measureAll(const QString &folder, const Wanted &wanted, Results &results)
         say(u"no PostgreSQL: QEN_TEST_POSTGRES is not set, see packaging/test-engines"_s);
 }
 
+bool isSection(const QString &name)
+{
+    return name == u"reports"_s
+        || std::any_of(sections.begin(), sections.end(), [&](const Section &section) { return section.name == name; });
+}
+
 int run(const QString &folder, const Wanted &wanted)
 {
+    if (!wanted.only.isEmpty() && !isSection(wanted.only))
+        throw EQen(u"There is no section %1."_s.arg(wanted.only));
     Results results;
     measureAll(folder, wanted, results);
     printTable(results.comparisons);

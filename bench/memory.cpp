@@ -8,6 +8,8 @@
 
 #include <QFile>
 
+#include <limits>
+
 #include <malloc.h>
 
 using namespace Qt::StringLiterals;
@@ -41,6 +43,11 @@ QString megabytes(double value)
 }
 
 } // namespace
+
+double Memory::ratio() const
+{
+    return smaller > 0 ? larger / smaller : std::numeric_limits<double>::infinity();
+}
 
 double peakDuring(const std::function<void()> &work)
 {

@@ -15,7 +15,7 @@ struct Memory
     double larger = 0; ///< megabytes
     double atMost = 0; ///< the ratio that is still good
 
-    double ratio() const { return smaller > 0 ? larger / smaller : 0; }
+    double ratio() const; ///< infinite when the smaller work took nothing: then nothing was measured
     bool isGood() const { return ratio() <= atMost; }
 };
 
