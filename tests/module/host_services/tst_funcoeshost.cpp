@@ -4,7 +4,6 @@
 #include "host/qenhost.h"
 #include "module/host_services/busy.h"
 #include "module/host_services/classessis.h"
-#include "module/host_services/classregistry.h"
 #include "module/host_services/clientdataset.h"
 #include "module/host_services/clock.h"
 #include "module/host_services/database.h"
@@ -12,11 +11,9 @@
 #include "module/host_services/funcoes.h"
 #include "module/host_services/tabelas.h"
 #include "tests/support/engines.h"
-#include "tests/support/messageanswers.h"
 #include "tests/support/testdatabase.h"
 
 #include <QApplication>
-#include <QCheckBox>
 #include <QLineEdit>
 #include <QPlainTextEdit>
 #include <QSettings>
@@ -28,7 +25,7 @@
 
 using namespace Qt::StringLiterals;
 
-/// The services that the application answers, asked as screens ask them.
+/// Services as screens ask for them, besides those that the application alone answers: the host's own test has them.
 class TestFuncoesHost : public QObject
 {
     Q_OBJECT
@@ -40,23 +37,15 @@ private slots:
     void cleanup();
 
     void theUserIsTheOneWhoLoggedIn();
-    void aRightIsThatOfScreenLetterAndLevel();
-    void aParameterIsThatOfTheCompany();
     void theBusyMarkerGoesWithItsScope();
-    void aLogLineIsCommittedAtOnce();
-    void aLogLineInASaveIsPartOfIt();
     void aLogLineAfterTheCommitStandsByItself();
-    void aScreenIsLoadedByItsClass();
-    void aScreenThatIsMissingIsTold();
     void enterGoesToTheNextFieldThatTakesTheTabKey();
     void otherKeysLeaveTheFocus();
-    void thePictureOfACodeIsFound();
     void aScaleTextIsAWeight_data();
     void aScaleTextIsAWeight();
     void aDateIsMovedByWorkingDays_data();
     void aDateIsMovedByWorkingDays();
     void anInventoryIsWritten();
-    void reportsAreLaunchedWithTheirPrinters();
     void stockMovementsHaveTheirCodes();
 
 private:
@@ -100,27 +89,6 @@ void TestFuncoesHost::theUserIsTheOneWhoLoggedIn()
     QVERIFY_THROWS_EXCEPTION(EProgramming, Funcoes::vUsuario());
 }
 
-void TestFuncoesHost::aRightIsThatOfScreenLetterAndLevel()
-{
-    QVERIFY(Funcoes::Acessa(u"TfmMalhaOF"_s, u'E', u"0"_s));
-    m_host->login(u"SEMDIREITO"_s, 1);
-    QVERIFY(!Funcoes::Acessa(u"TfmMalhaOF"_s, u'A', u"0"_s, {}));
-    m_data->run(
-        u"INSERT INTO QEN_DIREITO (USUARIO, TELA, LETRA, NIVEL) VALUES ('SEMDIREITO', 'TfmMalhaOF', 'A', '0')"_s);
-    QVERIFY(Funcoes::Acessa(u"TfmMalhaOF"_s, u'A', u"0"_s, {}));
-    QVERIFY(!Funcoes::Acessa(u"TfmMalhaOF"_s, u'E', u"0"_s));
-    QVERIFY(!Funcoes::Acessa(u"TfmMalhaOF"_s, u'A', u"1"_s));
-    QVERIFY(!Funcoes::Acessa(u"TfmMalhaOFBaixa"_s, u'A', u"0"_s));
-}
-
-void TestFuncoesHost::aParameterIsThatOfTheCompany()
-{
-    QCOMPARE(Funcoes::BuscaParametro(u"MAL"_s, 10), u"S"_s);
-    QCOMPARE(Funcoes::BuscaParametro(u"MAL"_s, 11), QString());
-    m_host->login(u"ADMIN"_s, 2);
-    QCOMPARE(Funcoes::BuscaParametro(u"MAL"_s, 10), QString());
-}
-
 void TestFuncoesHost::theBusyMarkerGoesWithItsScope()
 {
     QObject screen;
@@ -137,23 +105,6 @@ void TestFuncoesHost::theBusyMarkerGoesWithItsScope()
     QVERIFY(!QApplication::overrideCursor());
 }
 
-void TestFuncoesHost::aLogLineIsCommittedAtOnce()
-{
-    Funcoes::GeraLog(u"BAIXA OF BARRA"_s, u"BAIXA OF MALHARIA NR.: 000001"_s, olBaixa, u"000001"_s, nullptr);
-    QCOMPARE(m_data->rows(u"SELECT EMPRESA, USUARIO, ROTULO, TEXTO, OPERACAO, CHAVE FROM QEN_LOG"_s),
-        QStringList(u"1|ADMIN|BAIXA OF BARRA|BAIXA OF MALHARIA NR.: 000001|3|000001"_s));
-    QCOMPARE(m_data->value(u"SELECT MOMENTO FROM QEN_LOG"_s).toDateTime(), Clock::now());
-}
-
-void TestFuncoesHost::aLogLineInASaveIsPartOfIt()
-{
-    {
-        Save save(*m_tabela->IBDatabase);
-        Funcoes::GeraLog(u"MALHARIA"_s, u"INCLUSAO"_s, olInclusao, u"1"_s);
-    }
-    QCOMPARE(m_data->value(u"SELECT COUNT(*) FROM QEN_LOG"_s).toInt(), 0);
-}
-
 void TestFuncoesHost::aLogLineAfterTheCommitStandsByItself()
 {
     Save save(*m_tabela->IBDatabase);
@@ -161,31 +112,6 @@ void TestFuncoesHost::aLogLineAfterTheCommitStandsByItself()
     save.CommitRetaining();
     Funcoes::GeraLog(u"MALHARIA"_s, u"EXCLUSAO"_s, olExclusao, u"1"_s);
     QCOMPARE(m_data->value(u"SELECT COUNT(*) FROM QEN_LOG"_s).toInt(), 1);
-}
-
-void TestFuncoesHost::aScreenIsLoadedByItsClass()
-{
-    ClassRegistry::RegisterClass({u"TfmTeste"_s, u"Teste"_s, [] {
-                                      auto *form = new QWidget;
-                                      form->setAttribute(Qt::WA_DeleteOnClose);
-                                      return form;
-                                  }});
-    const QPointer<QWidget> shown = Funcoes::Carrega_Form(u"qenMalharia"_s, u"TfmTeste"_s, {}, false, true);
-    QVERIFY(shown->isVisible());
-    QCOMPARE(Funcoes::Carrega_Form(u"qenMalharia"_s, u"TfmTeste"_s, {}, false, true), shown.data());
-    const QPointer<QWidget> modal = Funcoes::Carrega_Form(u"qenMalharia"_s, u"TfmTeste"_s, {}, true, false);
-    QVERIFY(!shown);
-    QVERIFY(!modal->isVisible());
-    ClassRegistry::UnRegisterClass(u"TfmTeste"_s);
-    delete modal;
-}
-
-void TestFuncoesHost::aScreenThatIsMissingIsTold()
-{
-    MessageAnswers answers;
-    answers.expect(u"Esta tela ainda não está disponível."_s);
-    QVERIFY(!Funcoes::Carrega_Form(u"qenMalharia"_s, u"TfmNada"_s, {}, true, false));
-    QVERIFY(answers.allCame());
 }
 
 void TestFuncoesHost::enterGoesToTheNextFieldThatTakesTheTabKey()
@@ -237,18 +163,6 @@ void TestFuncoesHost::otherKeysLeaveTheFocus()
     second->setEnabled(false);
     first->setEnabled(false);
     Funcoes::pSetFocus(&form, u'\r');
-}
-
-void TestFuncoesHost::thePictureOfACodeIsFound()
-{
-    const QTemporaryDir pictures;
-    QFile file(pictures.filePath(u"m0001.PNG"_s));
-    QVERIFY(file.open(QIODevice::WriteOnly));
-    m_settings->setValue(u"Pastas/imagens"_s, pictures.path());
-    QCOMPARE(Funcoes::BuscaArquivo(u"M0001"_s, {}, tpImagemMaterial), file.fileName());
-    QCOMPARE(Funcoes::BuscaArquivo(u"M0002"_s, {}, tpImagemMaterial), QString());
-    QCOMPARE(Funcoes::BuscaArquivo({}, {}, tpImagemMaterial), QString());
-    QCOMPARE(Funcoes::BuscaArquivo(u"../m0001"_s, {}, tpImagemMaterial), QString());
 }
 
 void TestFuncoesHost::aScaleTextIsAWeight_data()
@@ -315,23 +229,6 @@ void TestFuncoesHost::anInventoryIsWritten()
     QCOMPARE(m_data->rows(u"SELECT EMPRESA, CODIGO, UNITARIO, QTDE, LOTE FROM {INVENTARIO} "
                           "WHERE DATA = '03/10/2026' ORDER BY CODIGO"_s),
         QStringList({u"1|FIO30CO|12.5|100.5|"_s, u"1|M0001|12.5|20.25|"_s}));
-}
-
-void TestFuncoesHost::reportsAreLaunchedWithTheirPrinters()
-{
-    TClientDataSet rows;
-    ReportCall call;
-    call.name = u"WEtqBarra"_s;
-    call.dataSets.append({u"Dados"_s, &rows});
-    Funcoes::Chama_Relatorio(call);
-    Funcoes::Chama_RelatorioTxt(call);
-    Funcoes::Chama_RelatorioWin(call);
-    const QList<RecordedReport> &reports = m_host->recordedReports();
-    QCOMPARE(reports.size(), 3);
-    QCOMPARE(reports[0].name, u"WEtqBarra"_s);
-    QCOMPARE(reports[0].dataSets, QStringList(u"Dados"_s));
-    QCOMPARE(reports[1].kind, ReportCall::Kind::Text);
-    QCOMPARE(reports[2].kind, ReportCall::Kind::Graphic);
 }
 
 void TestFuncoesHost::stockMovementsHaveTheirCodes()
