@@ -73,6 +73,7 @@ private slots:
     void aClientHasOnlyItsOwnMaterials();
     void gridPaperAndSheetShowTheSameFigures();
     void thePaperStandsByMaterialGroup();
+    void aGroupStaysWithItsMeans();
     void aLongListIsPrintedWhole();
     void wrongCodesGetTheirMessageAndTheirSearch();
     void nothingFoundIsSaidAndNotPrinted();
@@ -239,6 +240,23 @@ void TestRelMatTabPre::thePaperStandsByMaterialGroup()
                      u"4 preços Média geral 4,73"_s, u"Nesta página: 4 preços"_s, u"Página 1 de 1"_s}),
         QString());
     QVERIFY2(text.contains(u"4,67 4,70 4,48\n"_s), qPrintable(text)); // means of the 13th, the 14th, and of the means
+}
+
+void TestRelMatTabPre::aGroupStaysWithItsMeans()
+{
+    PriceListStation station;
+    for (int i = 10; i < 46; ++i) { // eighteen of each group: one and a half of them fill a page
+        const QString code = u"T"_s + QString::number(i);
+        station.insertMaterial(code, u"Tecido %1"_s.arg(i), i < 28 ? u"15"_s : u"150"_s);
+        station.insertPrice(code, 2, 0, 2);
+    }
+    station.openReport();
+    Paper paper(station.host);
+    station.print();
+    QCOMPARE(paper.pages(), 2);
+    const QString mean = u"18 preços Média do grupo 2,00"_s;
+    QVERIFY2(!paper.flatText(1).contains(u"Grupo 150"_s) && paper.flatText(1).contains(mean), qPrintable(paper.text()));
+    QVERIFY2(paper.flatText(2).contains(u"Grupo 150"_s) && paper.flatText(2).contains(mean), qPrintable(paper.text()));
 }
 
 void TestRelMatTabPre::aLongListIsPrintedWhole()

@@ -57,6 +57,8 @@ private slots:
     void valuesFollowTheGrouping();
     void workingDaysGiveTheProductionPerDay();
     void thePictureIsPrintedWhenWished();
+    void aGroupStaysWithItsTotal_data();
+    void aGroupStaysWithItsTotal();
     void totalsStandOnEachPage();
 };
 
@@ -199,6 +201,50 @@ void TestRelProdPaper::thePictureIsPrintedWhenWished()
     station.click(u"CheckBox1"_s);
     station.printed(u"rbMaquina"_s);
     QCOMPARE(station.pictures(), 1);
+}
+
+void TestRelProdPaper::aGroupStaysWithItsTotal_data()
+{
+    QTest::addColumn<QString>("choice");
+    QTest::addColumn<QString>("title"); // of the group that the first page has no room for
+    QTest::addColumn<QString>("total");
+    QTest::newRow("material") << u"rbMaterial"_s << u"Malha F2"_s << u"Total da malha"_s;
+    QTest::newRow("machine") << u"rbMaquina"_s << u"Máquina 002"_s << u"Total da máquina"_s;
+    QTest::newRow("date") << u"rbDataBaixa"_s << u"Data da baixa 05/03/2026"_s << u"Total do dia"_s;
+    QTest::newRow("client") << u"rbClienteMaquina"_s << u"Cliente 00002"_s << u"Total do cliente"_s;
+}
+
+void TestRelProdPaper::aGroupStaysWithItsTotal()
+{
+    QFETCH(const QString, choice);
+    QFETCH(const QString, title);
+    QFETCH(const QString, total);
+    PrintingStation station;
+    station.database.run(u"DELETE FROM {OF_MALHA_BAIXAS}"_s);
+    // Each choice has two groups of thirteen rows: a page has room for one and a half of them, or a whole one
+    // with values.
+    for (int order = 0; order < 26; ++order) {
+        const bool second = order >= 13;
+        const QString number = u"0001"_s + QString::number(10 + order);
+        // What the choice does not group by differs from row to row.
+        const QString own = QString::number(10 + order);
+        const QString material = choice == u"rbMaterial"_s ? (second ? u"F2"_s : u"F1"_s) : u"F"_s + own;
+        const QString machine = choice == u"rbMaterial"_s ? u"M"_s + own : (second ? u"002"_s : u"001"_s);
+        Orders::insert(station.database,
+            {.number = number, .client = second ? u"00002"_s : u"00001"_s, .material = material, .machine = machine});
+        station.insertRolls({{number, second ? u"03/05/2026"_s : u"03/04/2026"_s, u"08:00:00"_s, u"2"_s, 10}});
+    }
+    station.openMarch();
+    for (const bool values : {false, true}) {
+        if (values)
+            station.click(u"CheckBox1"_s);
+        station.printed(choice);
+        QCOMPARE(station.paper.pages(), 2);
+        const QString first = station.paper.flatText(1);
+        const QString second = station.paper.flatText(2);
+        QVERIFY2(!first.contains(title) && first.contains(total + u" 0,000 130,000"_s), qPrintable(first));
+        QVERIFY2(second.contains(title) && second.contains(total + u" 0,000 130,000"_s), qPrintable(second));
+    }
 }
 
 void TestRelProdPaper::totalsStandOnEachPage()
