@@ -29,7 +29,6 @@ namespace {
 constexpr int drawnWidth = 520; // pixels in which a picture is laid out; larger ones are scaled
 constexpr int paperHeight = 760; // pixels of the picture on paper, 1500 wide for one chart
 constexpr int paperWidth = 1500;
-constexpr int mostAcross = 8; // categories whose names stand beside each other; those of more stand upright
 constexpr int labelledDays = 4; // more would run into each other
 constexpr int uprightCategories = 8; // the labels of more are turned
 constexpr double barWidth = 0.7; // of the room of a category
@@ -70,13 +69,6 @@ QValueAxis *kilogramAxis(double lowest, double highest)
     axis->setLabelFormat(axis->max() - axis->min() < axis->tickCount() ? u"%.1f"_s : u"%.0f"_s);
     axis->setTitleText(u"kg"_s);
     return axis;
-}
-
-QFont smaller(QFont font)
-{
-    constexpr double size = 0.8;
-    font.setPointSizeF(font.pointSizeF() * size);
-    return font;
 }
 
 /// Lowest and highest end of a column.
@@ -212,9 +204,7 @@ void ReportChart::drawColumns(QChart *chart) const
     chart->addSeries(bars);
     auto *across = new QBarCategoryAxis;
     across->append(distinct(labels));
-    across->setLabelsFont(smaller(font()));
     across->setTruncateLabels(false); // codes that begin alike would read alike
-    across->setLabelsAngle(m_categories.size() > mostAcross ? -90 : 0);
     across->setGridLineVisible(false);
     across->setLabelsAngle(turned ? -90 : 0);
     const auto [lowest, highest] = columnEnds(m_series, m_categories.size(), stacked);
