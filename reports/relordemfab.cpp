@@ -102,7 +102,8 @@ void TfmRelOrdFab::Gera_SQL_Materiais()
         FROM {OF_MALHA} OF_MALHA
         LEFT JOIN {COMP_MATERIAL} COMP ON (OF_MALHA.MATERIAL = COMP.MATERIAL)
         LEFT JOIN {MATERIAL} MATERIAL ON (COMP.CODIGO = MATERIAL.CODIGO))"_s;
-    openQuery(qryMateriais, DBLocal_SQL(select, conditions() + u" ORDER BY OF_MALHA.NUM_OF, COMP.CODIGO, COMP.LFA, COMP.ROCA"_s));
+    openQuery(qryMateriais,
+        DBLocal_SQL(select, conditions() + u" ORDER BY OF_MALHA.NUM_OF, COMP.CODIGO, COMP.LFA, COMP.ROCA"_s));
 }
 
 void TfmRelOrdFab::Gera_Extrura_Itens()

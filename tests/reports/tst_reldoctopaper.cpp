@@ -244,8 +244,7 @@ void TestRelDoctoPaper::longNamesAreNotCut()
         station.print();
         const QString text = paper.text();
         const QStringList words =
-            u"FIOMISTO5050/30 1.234.567,891 1.234,5678 12.345.678,90 Nordeste fim"_s.split(u' ')
-            + longest.split(u' ');
+            u"FIOMISTO5050/30 1.234.567,891 1.234,5678 12.345.678,90 Nordeste fim"_s.split(u' ') + longest.split(u' ');
         for (const QString &word : words)
             QVERIFY2(text.contains(word), qPrintable(word + u" is missing in\n"_s + text));
         QCOMPARE(text.count(u'W'), 15);

@@ -216,8 +216,7 @@ void TestRelProd::thePeriodRunsFromMomentToMoment_data()
     QTest::newRow("up to the last roll's second, before the one without a time")
         << u"00:00:00"_s << u"23:30:00"_s << 134.0;
     QTest::newRow("a second after the first") << u"08:00:01"_s << u"23:59:59"_s << 137.875;
-    QTest::newRow("a second before the last")
-        << u"00:00:00"_s << u"23:29:59"_s << 116.0;
+    QTest::newRow("a second before the last") << u"00:00:00"_s << u"23:29:59"_s << 116.0;
     QTest::newRow("the night between") << u"15:00:01"_s << u"08:59:59"_s << 0.0;
     QTest::newRow("hours alone") << u"9"_s << u"12"_s << 95.5;
 }

@@ -23,7 +23,8 @@ public:
     void insertRolls()
     {
         Orders::insert(database, {.client = u"00002"_s, .machine = u"002"_s});
-        Orders::insert(database, {.number = u"000013"_s, .date = u"03/01/2026"_s, .client = u"00002"_s, .material = u"M0002"_s});
+        Orders::insert(
+            database, {.number = u"000013"_s, .date = u"03/01/2026"_s, .client = u"00002"_s, .material = u"M0002"_s});
         Orders::insert(database, {.number = u"000014"_s, .date = u"02/27/2026"_s});
         for (const auto &[order, lot] :
             {std::pair{u"000012"_s, u"A12"_s}, {u"000013"_s, u"120"_s}, {u"000014"_s, u"B7"_s}})
