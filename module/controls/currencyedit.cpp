@@ -24,7 +24,7 @@ QString editMask(int decimals)
     return u"0."_s + QString(decimals, u'#');
 }
 
-/// Lets through what can become a number, and brings a pasted "1.234,50" into the plain form.
+/// Lets through what can become a number, and brings a pasted "1.234,50" or "12,5 " into the plain form.
 class NumberValidator : public QValidator
 {
 public:
@@ -40,7 +40,7 @@ public:
     {
         if (m_pattern.match(text).hasMatch())
             return Acceptable;
-        if (!text.contains(u'.'))
+        if (!text.contains(u'.') && text == text.trimmed())
             return Invalid;
         const std::optional<double> pasted = Format::parseNumber(text);
         if (!pasted)

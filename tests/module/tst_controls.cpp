@@ -48,7 +48,7 @@ private slots:
     void theValueIsThatOfTheTextWhileTyping();
     void theProgramMayCorrectWhatIsTyped();
     void aNumberSetWhileInTheFieldIsShownAndSelected();
-    void aGroupedNumberCanBePasted();
+    void aNumberCanBePastedWithPointsAndBlanks();
     void aReadOnlyNumberKeepsItsMask();
     void theFirstClickSelectsAll();
     void aMenuOverTheNumberChangesNothing();
@@ -246,7 +246,7 @@ void TestControls::aNumberSetWhileInTheFieldIsShownAndSelected()
     QCOMPARE(m_weight->value(), 7.0);
 }
 
-void TestControls::aGroupedNumberCanBePasted()
+void TestControls::aNumberCanBePastedWithPointsAndBlanks()
 {
     m_weight->setFocus();
     QApplication::clipboard()->setText(u" 1.234,50 "_s);
@@ -257,6 +257,10 @@ void TestControls::aGroupedNumberCanBePasted()
     QApplication::clipboard()->setText(u"12 rolos"_s);
     m_weight->paste();
     QCOMPARE(m_weight->value(), 1234.5);
+    m_weight->selectAll();
+    QApplication::clipboard()->setText(u" 250,75\n"_s);
+    m_weight->paste();
+    QCOMPARE(m_weight->text(), u"250,75"_s);
 }
 
 void TestControls::aReadOnlyNumberKeepsItsMask()
