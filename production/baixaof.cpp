@@ -213,6 +213,8 @@ bool TfmBaixaOF::BaixaOF(Roll &roll, bool overProductionAgreed)
         rolls.planFor(roll.of, roll.kg);
     roll.number = rolls.numberFor(roll.of, m_number);
     rolls.insert(roll);
+    if (m_defectsOpened && roll.number != m_number)
+        rolls.moveDefects(roll.of, m_number, roll.number);
     ItemStock(database()).GravaEstoque(roll);
     save.CommitRetaining();
     return true;
@@ -232,6 +234,7 @@ void TfmBaixaOF::BitBtn1Click()
         return;
     defects->setProperty("NumeroOF", m_of);
     defects->setProperty("Rolo", m_number.toInt());
+    m_defectsOpened = true;
     defects->ShowModal();
 }
 

@@ -60,6 +60,7 @@ private:
     QString m_client;
     QString m_fabric;
     QString m_machine;
+    bool m_defectsOpened = false; ///< under the number handed over
 };
 
 extern QPointer<TfmBaixaOF> fmBaixaOF;

@@ -22,9 +22,6 @@ Roll Roll::in(const TDataSet &writeOffs)
     return roll;
 }
 
-namespace {
-
-/// The action; when it fails the message begins with what stands already.
 std::function<void()> following(const QString &done, const std::function<void()> &action)
 {
     return [done, action] {
@@ -37,6 +34,14 @@ std::function<void()> following(const QString &done, const std::function<void()>
             throw EQen(done + u' ' + error.sentence(), error.details());
         }
     };
+}
+
+namespace {
+
+/// Selects the defects of a roll, whose register counts the rolls as numbers.
+QString ofDefects(const QString &of, const QString &number)
+{
+    return u" WHERE NUMERO = "_s + Aspas(of) + u" AND ROLO = "_s + QString::number(number.toInt());
 }
 
 } // namespace
@@ -116,6 +121,14 @@ void RollRegister::remove(const Roll &roll)
     if (!same || m_database.run(statement).numRowsAffected() == 0)
         throw EDatabaseError(EDatabaseError::Category::Conflict, {}, u"A baixa não existe mais."_s, statement);
     takeFromStock(roll.of, roll.kg);
+    // The next roll may get the number; it must not get the defects.
+    m_database.run(u"DELETE FROM "_s + DBLocal(u"DEF_MOV"_s) + ofDefects(roll.of, roll.number));
+}
+
+void RollRegister::moveDefects(const QString &of, const QString &from, const QString &to)
+{
+    m_database.run(
+        u"UPDATE "_s + DBLocal(u"DEF_MOV"_s) + u" SET ROLO = "_s + QString::number(to.toInt()) + ofDefects(of, from));
 }
 
 void RollRegister::closeAtProduced(const QString &of)

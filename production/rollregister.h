@@ -35,6 +35,9 @@ struct OrderBalance
     double open() const; ///< to the gram; negative when more was produced than planned
 };
 
+/// What follows a change that is committed. When it fails, the message begins with the sentence that says what stands.
+std::function<void()> following(const QString &done, const std::function<void()> &action);
+
 /// What follows a roll that is written, its log line and its label. When that fails the message says that the roll
 /// stands, so that nobody weighs it again.
 std::function<void()> afterWriting(const Roll &roll, const std::function<void()> &action);
@@ -57,9 +60,11 @@ public:
     /// A number that was handed over in advance; the order's next one when a roll got it meanwhile, or none was.
     QString numberFor(const QString &of, const QString &handedOver);
     void insert(const Roll &roll);
-    /// Throws EDatabaseError (Conflict) when another station has taken the roll back already, also when the number
-    /// went to a roll of another weight since.
+    /// Removes the roll with its defects. Throws EDatabaseError (Conflict) when another station has taken the roll back
+    /// already, also when the number went to a roll of another weight since.
     void remove(const Roll &roll);
+    /// Gives the defects counted under one number to the roll of another.
+    void moveDefects(const QString &of, const QString &from, const QString &to);
     /// The plan becomes what was produced.
     void closeAtProduced(const QString &of);
     /// The plan becomes what was produced and so much more (kg), which is about to be.

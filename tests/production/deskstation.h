@@ -79,10 +79,11 @@ public:
         enter(QStringLiteral("EdtCodFun"), worker);
     }
     /// In the dialog: clicks, and is back in it when boxes came up meanwhile.
-    void confirm()
+    void confirm() { press(QStringLiteral("SbConfirmar")); }
+    void press(const QString &button)
     {
         QPointer<QWidget> dialog = form();
-        click(QStringLiteral("SbConfirmar"));
+        click(button);
         if (!dialog || !dialog->isVisible())
             return;
         dialog->activateWindow();

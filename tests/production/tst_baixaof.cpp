@@ -38,6 +38,7 @@ private slots:
     void aRollThatPassesNeedsNoSupervisor();
     void aBalanceTakenMeanwhileIsAskedFor();
     void aNumberGivenMeanwhileIsNotGivenTwice();
+    void defectsFollowTheRollToAnotherNumber();
     void anOrderThatIsGoneIsAConflict();
     void withoutAnOrderNothingIsWritten();
     void f5ReadsTheScale();
@@ -341,6 +342,36 @@ void tst_baixaof::aNumberGivenMeanwhileIsNotGivenTwice()
     QCOMPARE(station.rolls().size(), 2);
     QVERIFY(station.rolls().last().startsWith(u"002|2026-03-10||"_s));
     QCOMPARE(station.log(), QStringList{u"BAIXA OF MALHARIA|BAIXA DA OF 000012 PESO 20 NUM.BAIXA: 002|3|ADMIN"_s});
+}
+
+void tst_baixaof::defectsFollowTheRollToAnotherNumber()
+{
+    DeskStation station;
+    station.atDialog([&] {
+        station.answers.expectWindow(
+            [&](QWidget *window) {
+                station.database.run(
+                    u"INSERT INTO {DEF_MOV} (NUMERO, ROLO, CODIGO, QUANT) VALUES ('000012', 1, '001', 3)"_s);
+                window->close();
+            },
+            u"Cadastro de Defeitos da Malha"_s);
+        station.press(u"BitBtn1"_s);
+        station.fillRoll(u"20"_s);
+        station.addRoll(u"000012"_s, u"001"_s, 20); // by another station
+        station.confirm();
+    });
+    QCOMPARE(station.rolls().size(), 2);
+    QCOMPARE(station.database.rows(u"SELECT NUMERO, ROLO, CODIGO, QUANT FROM {DEF_MOV}"_s),
+        QStringList{u"000012|2|001|3"_s});
+    // Defects that were not counted here stay where they are.
+    station.database.run(u"UPDATE {DEF_MOV} SET ROLO = 3"_s);
+    station.atDialog([&] {
+        station.fillRoll(u"20"_s);
+        station.addRoll(u"000012"_s, u"003"_s, 20);
+        station.confirm();
+    });
+    QCOMPARE(station.rolls().size(), 4);
+    QCOMPARE(station.value(u"SELECT ROLO FROM {DEF_MOV}"_s).toInt(), 3);
 }
 
 void tst_baixaof::anOrderThatIsGoneIsAConflict()

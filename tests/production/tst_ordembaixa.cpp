@@ -429,6 +429,7 @@ void tst_ordembaixa::takingBackFailsWhole_data()
     QTest::newRow("lock") << u"UPDATE OF_MALHA_001"_s;
     QTest::newRow("register") << u"DELETE FROM OF_MALHA_BAIXAS_001"_s;
     QTest::newRow("stock") << u"UPDATE PA_MALHA_001"_s;
+    QTest::newRow("defects") << u"DELETE FROM DEF_MOV_001"_s;
 }
 
 void tst_ordembaixa::takingBackFailsWhole()
