@@ -33,6 +33,8 @@ Unit &Ordembaixabarra::unit()
 
 namespace {
 
+const QString unknownOrder = u"OF não encontrada."_s;
+
 constexpr ScaleReader::Reading scaleReading{.maxCharacters = 30, .terminator = '\r'};
 
 /// The order with its client, fabric and machine; `columns` are added to those of the header.
@@ -73,7 +75,6 @@ void TfmMalhaOFBaixaBarra::FormCreate()
     qryBaixas->Describe({TField(u"QTDE"_s, TField::Type::Float).shownAs(u",0.000"_s)});
     m_ui->DBGrid->setDataSet(qryBaixas);
     LimpaTela();
-    m_ui->DtBaixa->setDate(Clock::today());
     m_ui->EdtTurno->setFocus();
 }
 
@@ -84,11 +85,19 @@ QString TfmMalhaOFBaixaBarra::orderNumber() const
 
 void TfmMalhaOFBaixaBarra::DtBaixaEnter()
 {
-    m_ui->DtBaixa->setDate(Clock::today());
+    showToday();
+}
+
+void TfmMalhaOFBaixaBarra::showToday()
+{
+    m_dayShown = Clock::today();
+    m_ui->DtBaixa->setDate(m_dayShown);
 }
 
 void TfmMalhaOFBaixaBarra::edtOFExit()
 {
+    if (m_ui->DtBaixa->date() == m_dayShown) // not typed: the shift may have gone on over midnight
+        showToday();
     if (orderNumber().isEmpty()) {
         clearOrder();
         return;
@@ -98,7 +107,7 @@ void TfmMalhaOFBaixaBarra::edtOFExit()
     const QPointer<TfmMalhaOFBaixaBarra> alive(this);
     m_weighing->read(scaleReading);
     if (alive && !found)
-        m_weighing->showHint(u"OF não encontrada."_s, true);
+        m_weighing->showHint(unknownOrder, true);
 }
 
 bool TfmMalhaOFBaixaBarra::BuscaOFMalha()
@@ -217,12 +226,13 @@ void TfmMalhaOFBaixaBarra::BaixaOFMalha(Roll &roll)
     const bool night = Busca_Valor(u"TURNO"_s, u"TURNO"_s, u"NOTURNO"_s, Aspas(roll.shift)) == u"S"_s;
     roll.day = WriteOffRules::dayOf(given, night, now.time());
     roll.time = now.time();
+    bool known = false;
     {
         Save save(database());
         RollRegister rolls(database());
-        // What the screen shows may be old: another station writes off on the same order.
-        const bool room = rolls.lock(roll.of) && !WriteOffRules::exceeds(roll.kg, rolls.balance(roll.of).open());
-        if (room) {
+        // What the screen shows may be old: another station writes off on the same order, or has deleted it.
+        known = rolls.lock(roll.of);
+        if (known && !WriteOffRules::exceeds(roll.kg, rolls.balance(roll.of).open())) {
             roll.number = rolls.Proxima_baixa(roll.of);
             rolls.insert(roll);
             save.CommitRetaining();
@@ -230,6 +240,10 @@ void TfmMalhaOFBaixaBarra::BaixaOFMalha(Roll &roll)
         }
     }
     reloadOrder();
+    if (!known) {
+        m_weighing->showHint(unknownOrder, true);
+        throw EAbort();
+    }
     refuse(u"Quantidade maior que o Saldo."_s, m_ui->EdtPesoRolo);
     throw EAbort();
 }
@@ -245,7 +259,7 @@ void TfmMalhaOFBaixaBarra::LimpaTela()
     clearOrder();
     m_ui->EdtPesoRolo->setValue(0);
     m_ui->EdtCodOper->clear();
-    m_ui->DtBaixa->setDate(Clock::today());
+    showToday();
     m_weighing->showHint({});
 }
 
@@ -290,8 +304,10 @@ void TfmMalhaOFBaixaBarra::BitBtn2Click()
         Messages::inform(this, u"Sem dados para fazer acerto."_s);
         return;
     }
-    GeraLog(u"BAIXA_MALHARIA"_s, u"ALTERADO PESO DA OF "_s + of + u" PARA "_s + WriteOffRules::logged(produced),
-        olAlteracao, of);
+    run(following(u"O peso da OF %1 está acertado."_s.arg(of), [&] {
+        GeraLog(u"BAIXA_MALHARIA"_s, u"ALTERADO PESO DA OF "_s + of + u" PARA "_s + WriteOffRules::logged(produced),
+            olAlteracao, of);
+    }));
     Messages::inform(this, u"Acerto do peso da OF efetuado."_s);
     reloadOrder();
 }

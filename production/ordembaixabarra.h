@@ -4,6 +4,8 @@
 
 #include "module/form.h"
 
+#include <QDate>
+
 #include <memory>
 
 namespace Ui {
@@ -43,6 +45,7 @@ private:
     void BuscaBaixasMalha();
     void BaixaOFMalha(Roll &roll);
     void LimpaTela();
+    void showToday();
     void clearOrder();
     void reloadOrder();
     void showPicture();
@@ -53,6 +56,7 @@ private:
     TTIQuery *m_order;
     TTIQuery *qryBaixas;
     std::unique_ptr<Weighing> m_weighing;
+    QDate m_dayShown; ///< the date that stands in the field unless one is typed
 };
 
 extern QPointer<TfmMalhaOFBaixaBarra> fmMalhaOFBaixaBarra;

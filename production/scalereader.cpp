@@ -15,6 +15,7 @@ ScaleReader::Weight ScaleReader::read(const Reading &reading)
     if (TCustomComPort::Waiting())
         return {0, {}, false, true};
     QString text;
+    bool heard = false;
     try {
         m_port.LoadSettings(Host::current().settings(), scaleSettingsKey);
         m_port.Close();
@@ -23,6 +24,7 @@ ScaleReader::Weight ScaleReader::read(const Reading &reading)
             return {0, {}, false, true};
         for (int time = 0; time < reading.times; ++time)
             text = m_port.ReadStr(reading.maxCharacters);
+        heard = !m_port.ReceivedBytes().isEmpty();
     } catch (const EComPort &error) {
         m_port.Close();
         return {0, error.sentence(), true, false};
@@ -30,7 +32,9 @@ ScaleReader::Weight ScaleReader::read(const Reading &reading)
     m_port.Close();
     Weight weight;
     weight.kg = Funcoes::PegaPesoBalanca(text, QChar::fromLatin1(reading.terminator));
-    if (weight.kg <= 0)
+    if (text.isEmpty() && heard) // a wrong speed, most often
+        weight.hint = u"A balança enviou dados que não formam uma leitura. F10 configura."_s;
+    else if (weight.kg <= 0)
         weight.hint = readScaleText(text.toLatin1(), reading.terminator).reason;
     return weight;
 }

@@ -12,11 +12,21 @@
 
 using namespace Qt::StringLiterals;
 
+namespace {
+
+const QString fromScale = u"Peso lido da balança."_s;
+
+} // namespace
+
 Weighing::Weighing(QWidget *screen, TCurrencyEdit *weight, QLabel *hint)
     : m_screen(screen)
     , m_weight(weight)
     , m_hint(hint)
 {
+    QObject::connect(m_weight, &TCurrencyEdit::valueEdited, m_hint, [this] {
+        if (m_hint->text() == fromScale)
+            showHint(u"Peso digitado."_s);
+    });
 }
 
 void Weighing::read(const ScaleReader::Reading &reading)
@@ -27,7 +37,7 @@ void Weighing::read(const ScaleReader::Reading &reading)
     if (!alive || weight.refused)
         return;
     m_weight->setValue(weight.kg);
-    showHint(weight.hint.isEmpty() ? u"Peso lido da balança."_s : weight.hint, !weight.hint.isEmpty());
+    showHint(weight.hint.isEmpty() ? fromScale : weight.hint, !weight.hint.isEmpty());
     if (weight.portFailed && !m_portFailureShown) {
         m_portFailureShown = true; // afterwards the hint beside the weight says it
         Messages::inform(m_screen, weight.hint + u"\nO peso pode ser digitado."_s);

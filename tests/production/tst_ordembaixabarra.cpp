@@ -40,6 +40,8 @@ private slots:
     void aStatementThatFailsLeavesNothingBehind_data();
     void aStatementThatFailsLeavesNothingBehind();
     void enteringTheDateSetsToday();
+    void theDateGoesOnOverMidnightUnlessItWasTyped();
+    void anOrderDeletedMeanwhileTakesNoRoll();
 };
 
 void tst_ordembaixabarra::aScannedOrderShowsItselfItsRollsAndTheWeight()
@@ -359,6 +361,41 @@ void tst_ordembaixabarra::enteringTheDateSetsToday()
     station.child(u"EdtTurno"_s)->setFocus();
     station.child(u"DtBaixa"_s)->setFocus();
     QCOMPARE(station.text(u"DtBaixa"_s), u"10/03/2026"_s);
+}
+
+void tst_ordembaixabarra::theDateGoesOnOverMidnightUnlessItWasTyped()
+{
+    WriteOffStation station(Engines::current());
+    Clock::pin(QDateTime(QDate(2026, 3, 10), QTime(23, 50)));
+    station.prepareRoll(u"20"_s, u"4"_s);
+    station.confirmRoll(u"20,00"_s);
+    Clock::pin(QDateTime(QDate(2026, 3, 11), QTime(0, 20)));
+    station.prepareRoll(u"20"_s, u"4"_s);
+    QCOMPARE(station.text(u"DtBaixa"_s), u"11/03/2026"_s);
+    station.confirmRoll(u"20,00"_s);
+    station.enter(u"DtBaixa"_s, u"10/03/2026"_s);
+    station.prepareRoll(u"20"_s, u"4"_s);
+    station.confirmRoll(u"20,00"_s);
+    QCOMPARE(station.rolls(),
+        QStringList({u"001|2026-03-11|23:50:00.000|4|000101|20"_s, u"002|2026-03-11|00:20:00.000|4|000101|20"_s,
+            u"003|2026-03-10|00:20:00.000|4|000101|20"_s}));
+}
+
+void tst_ordembaixabarra::anOrderDeletedMeanwhileTakesNoRoll()
+{
+    WriteOffStation station(Engines::current());
+    station.prepareRoll(u"20"_s);
+    MessageAnswers answers;
+    answers.expectWindow([&](QWidget *question) {
+        station.database.run(u"DELETE FROM {OF_MALHA}"_s);
+        qobject_cast<QMessageBox *>(question)->button(QMessageBox::Yes)->click();
+    });
+    station.click(u"btnBaixa"_s);
+    QVERIFY(answers.allCame());
+    QVERIFY(station.rolls().isEmpty());
+    QVERIFY(station.log().isEmpty());
+    QCOMPARE(station.text(u"lbBalanca"_s), u"OF não encontrada."_s);
+    QCOMPARE(station.text(u"edtCliente"_s), QString());
 }
 
 QTEST_MAIN(tst_ordembaixabarra)

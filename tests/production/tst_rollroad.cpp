@@ -48,6 +48,7 @@ private slots:
     void aFrameOfTheScaleBecomesARollInRegisterStockAndLog_data();
     void aFrameOfTheScaleBecomesARollInRegisterStockAndLog();
     void aFrameInMotionBecomesNoRoll();
+    void bytesThatAreNoReadingAreNotTakenForSilence();
 };
 
 void tst_rollroad::aFrameOfTheScaleBecomesARollInRegisterStockAndLog_data()
@@ -55,10 +56,10 @@ void tst_rollroad::aFrameOfTheScaleBecomesARollInRegisterStockAndLog_data()
     QTest::addColumn<QByteArray>("frame");
     QTest::addColumn<QString>("shown");
     QTest::addColumn<double>("kg");
-    QTest::newRow("continuous, net 23.45") << QByteArray::fromHex("022C31203030323334353030303132300D23") << u"23,45"_s
-                                           << 23.45;
-    QTest::newRow("continuous, gross 23.450") << QByteArray::fromHex("023D30203032333435303030303030300D16")
-                                              << u"23,45"_s << 23.45;
+    QTest::newRow("continuous, net 23.45")
+        << QByteArray::fromHex("022C31203030323334353030303132300D23") << u"23,45"_s << 23.45;
+    QTest::newRow("continuous, gross 23.450")
+        << QByteArray::fromHex("023D30203032333435303030303030300D16") << u"23,45"_s << 23.45;
     QTest::newRow("ST,GS with three decimals") << QByteArray("ST,GS,+011.125kg\r\n") << u"11,13"_s << 11.125;
     QTest::newRow("plain") << QByteArray("  25,30\r") << u"25,30"_s << 25.3;
 }
@@ -109,6 +110,20 @@ void tst_rollroad::aFrameInMotionBecomesNoRoll()
     station.click(u"btnBaixa"_s);
     QVERIFY(station.rolls().isEmpty());
     QVERIFY(station.log().isEmpty());
+}
+
+void tst_rollroad::bytesThatAreNoReadingAreNotTakenForSilence()
+{
+    WriteOffStation station(Engines::current());
+    station.open(u"TfmMalhaOFBaixaBarra"_s);
+    {
+        const OneFrame once(station.scale, QByteArray::fromHex("80FE1F")); // as a wrong speed makes them
+        station.enter(u"edtOF"_s, u"000012"_s);
+    }
+    QCOMPARE(station.text(u"lbBalanca"_s), u"A balança enviou dados que não formam uma leitura. F10 configura."_s);
+    QCOMPARE(station.text(u"EdtPesoRolo"_s), u"0,00"_s);
+    station.enter(u"edtOF"_s, u"000012"_s); // nothing came this time
+    QCOMPARE(station.text(u"lbBalanca"_s), u"A balança não enviou leitura."_s);
 }
 
 QTEST_MAIN(tst_rollroad)

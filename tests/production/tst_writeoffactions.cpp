@@ -21,18 +21,21 @@ private slots:
 
     void takingARollBackAsksAndReducesTheStock();
     void aNumberTakenBackIsGivenAgainOnlyWhenItWasTheHighest();
+    void aRollTakenBackTakesItsDefectsAlong();
     void aRollTakenBackElsewhereReducesTheStockOnce();
     void aDateThatIsNoneStopsTheConfirmation();
     void adjustingMakesThePlanWhatWasProduced_data();
     void adjustingMakesThePlanWhatWasProduced();
     void adjustingAsksFirstAndNeedsTheSupervisor();
     void adjustingWithoutAnOrderHasNothingToDo();
+    void adjustingStandsWithoutItsLogLine();
     void theLabelCarriesOrderCompositionAndLots();
     void theLabelIsPrintedAfterEachRollWhenTheMillWantsIt();
     void theDefectsOfTheMarkedRollAreOpened();
     void anUnstableOrNegativeWeightIsNoneAndSaysWhy_data();
     void anUnstableOrNegativeWeightIsNoneAndSaysWhy();
     void theWeightOfTheRollBeforeNeverComesBack();
+    void theHintTellsAWeightThatIsTyped();
     void aMissingPortIsSaidOnceAndTheWeightCanBeTyped();
     void thePortIsClosedBetweenReadings();
     void f10SetsThePortUp();
@@ -88,6 +91,24 @@ void tst_writeoffactions::aNumberTakenBackIsGivenAgainOnlyWhenItWasTheHighest()
     station.confirmRoll(u"10,00"_s);
     QVERIFY(station.rolls().last().startsWith(u"004|"_s));
     QCOMPARE(station.rolls().size(), 3);
+}
+
+void tst_writeoffactions::aRollTakenBackTakesItsDefectsAlong()
+{
+    WriteOffStation station(Engines::current());
+    station.addRoll(u"000012"_s, u"001"_s, 20);
+    station.addRoll(u"000012"_s, u"002"_s, 20);
+    for (const QString &roll : {u"'000012', 1"_s, u"'000012', 2"_s, u"'000013', 2"_s})
+        station.database.run(
+            u"INSERT INTO {DEF_MOV} (NUMERO, ROLO, CODIGO, QUANT, QUALIDADE) VALUES (%1, '001', 3, '2')"_s.arg(roll));
+    station.open(u"TfmMalhaOFBaixaBarra"_s);
+    station.enter(u"edtOF"_s, u"000012"_s);
+    MessageAnswers answers;
+    answers.expect(u"Deseja eliminar este Registro?"_s, QMessageBox::Yes);
+    station.click(u"BtExcluir"_s); // 002, whose number the next roll gets
+    QCOMPARE(station.rolls().size(), 1);
+    QCOMPARE(station.database.rows(u"SELECT NUMERO, ROLO FROM {DEF_MOV} ORDER BY NUMERO, ROLO"_s),
+        QStringList({u"000012|1"_s, u"000013|2"_s}));
 }
 
 void tst_writeoffactions::aRollTakenBackElsewhereReducesTheStockOnce()
@@ -185,6 +206,28 @@ void tst_writeoffactions::adjustingWithoutAnOrderHasNothingToDo()
     QVERIFY(station.log().isEmpty());
 }
 
+void tst_writeoffactions::adjustingStandsWithoutItsLogLine()
+{
+    WriteOffStation station(Engines::current());
+    station.addRoll(u"000012"_s, u"001"_s, 20);
+    station.open(u"TfmMalhaOFBaixaBarra"_s);
+    station.enter(u"edtOF"_s, u"000012"_s);
+    station.database.run(u"ALTER TABLE QEN_LOG DROP TEXTO"_s);
+    MessageAnswers answers;
+    answers.expect(u"Deseja alterar o peso da OF para zerar o saldo restante?"_s, QMessageBox::Yes);
+    answers.expectWindow([](QWidget *window) {
+        auto *box = qobject_cast<QMessageBox *>(window);
+        QVERIFY(box);
+        QVERIFY2(box->text().startsWith(u"O peso da OF 000012 está acertado."_s), qUtf8Printable(box->text()));
+        box->accept();
+    });
+    answers.expect(u"Acerto do peso da OF efetuado."_s);
+    station.click(u"BitBtn2"_s);
+    QVERIFY(answers.allCame());
+    QCOMPARE(station.value(u"SELECT KG_TOTAL FROM {OF_MALHA}"_s).toDouble(), 20.0);
+    QCOMPARE(station.text(u"EdtSaldo"_s), u"0,00"_s);
+}
+
 void tst_writeoffactions::theLabelCarriesOrderCompositionAndLots()
 {
     WriteOffStation station(Engines::current());
@@ -269,6 +312,22 @@ void tst_writeoffactions::theWeightOfTheRollBeforeNeverComesBack()
     station.scale.pause(); // the scale says nothing any more
     station.enter(u"edtOF"_s, u"000012"_s);
     QCOMPARE(station.text(u"EdtPesoRolo"_s), u"0,00"_s);
+}
+
+void tst_writeoffactions::theHintTellsAWeightThatIsTyped()
+{
+    WriteOffStation station(Engines::current());
+    station.scale.setWeight(23.45);
+    station.open(u"TfmMalhaOFBaixaBarra"_s);
+    station.enter(u"edtOF"_s, u"000012"_s);
+    station.child(u"EdtPesoRolo"_s)->setFocus();
+    station.key(Qt::Key_Return); // only passed
+    QCOMPARE(station.text(u"lbBalanca"_s), u"Peso lido da balança."_s);
+    station.enter(u"EdtPesoRolo"_s, u"22"_s);
+    QCOMPARE(station.text(u"lbBalanca"_s), u"Peso digitado."_s);
+    station.enter(u"edtOF"_s, u"000012"_s); // and read again
+    QCOMPARE(station.text(u"lbBalanca"_s), u"Peso lido da balança."_s);
+    QCOMPARE(station.text(u"EdtPesoRolo"_s), u"23,45"_s);
 }
 
 void tst_writeoffactions::aMissingPortIsSaidOnceAndTheWeightCanBeTyped()
