@@ -67,7 +67,13 @@ public:
         const QString text = m_store.value(name).toString().trimmed();
         bool isNumber = false;
         const int value = text.toInt(&isNumber);
-        if (!text.isEmpty() && (!isNumber || !take(value)) && wrongKey.isEmpty())
+        if (!text.isEmpty() && (!isNumber || !take(value)))
+            refuse(name);
+    }
+
+    void refuse(const QString &name)
+    {
+        if (wrongKey.isEmpty())
             wrongKey = m_store.group() + u'/' + name;
     }
 
@@ -86,10 +92,6 @@ auto positive(int &into)
         return value > 0;
     };
 }
-
-} // namespace
-
-namespace {
 
 QString &playedDevice()
 {
@@ -244,7 +246,12 @@ void TCustomComPort::LoadSettings(QSettings &store, const QString &key)
     numbers.read(u"ControleFluxo"_s,
         {QSerialPort::NoFlowControl, QSerialPort::HardwareControl, QSerialPort::SoftwareControl}, settings.flowControl);
     numbers.read(u"Espera"_s, positive(settings.waitMs));
-    settings.request = QByteArray::fromHex(store.value(u"Pedido"_s).toString().toLatin1());
+    const QString request = store.value(u"Pedido"_s).toString().remove(u' ');
+    settings.request = QByteArray::fromHex(request.toLatin1());
+    if (request.compare(QString::fromLatin1(settings.request.toHex()), Qt::CaseInsensitive) != 0) {
+        settings.request.clear();
+        numbers.refuse(u"Pedido"_s);
+    }
     store.endGroup();
     SetSettings(settings);
     if (!numbers.wrongKey.isEmpty()) {

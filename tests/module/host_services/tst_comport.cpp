@@ -103,6 +103,8 @@ private slots:
     void aFloodIsBounded();
     void settingsSurviveARoundTrip();
     void nonsenseInTheStoreIsSaidWithFileAndKey();
+    void aRequestThatIsNoneIsSaid_data();
+    void aRequestThatIsNoneIsSaid();
     void theSetUpDialogIsFilledWithKeys();
     void escapeKeepsTheSettings();
     void aWrongRequestIsNotAccepted();
@@ -440,6 +442,33 @@ void TestComPort::nonsenseInTheStoreIsSaidWithFileAndKey()
     store.setValue(u"Kelta/Parametros/Espera"_s, 99999);
     m_port->LoadSettings(store, scaleSettingsKey);
     QCOMPARE(m_port->Settings().waitMs, 10000);
+}
+
+void TestComPort::aRequestThatIsNoneIsSaid_data()
+{
+    QTest::addColumn<QString>("stored");
+    QTest::addColumn<bool>("isRequest");
+    QTest::newRow("none") << QString() << true;
+    QTest::newRow("ENQ") << u"05"_s << true;
+    QTest::newRow("two bytes") << u"05 0d"_s << true;
+    QTest::newRow("capitals without a blank") << u"050D"_s << true;
+    QTest::newRow("half a byte") << u"5"_s << false;
+    QTest::newRow("a name") << u"ENQ"_s << false;
+}
+
+void TestComPort::aRequestThatIsNoneIsSaid()
+{
+    QFETCH(QString, stored);
+    QFETCH(bool, isRequest);
+    const QTemporaryDir folder;
+    QSettings store(folder.filePath(u"qen.ini"_s), QSettings::IniFormat);
+    store.setValue(u"Kelta/Parametros/Porta"_s, m_scale->portName());
+    store.setValue(u"Kelta/Parametros/Pedido"_s, stored);
+    m_port->LoadSettings(store, scaleSettingsKey);
+    const QString sentence = sentenceOf([this] { m_port->Open(); });
+    QCOMPARE(m_port->Connected(), isRequest);
+    QCOMPARE(m_port->Settings().request.isEmpty(), !isRequest || stored.isEmpty());
+    QCOMPARE(sentence.contains(u"Kelta/Parametros/Pedido"_s), !isRequest);
 }
 
 void TestComPort::theSetUpDialogIsFilledWithKeys()
