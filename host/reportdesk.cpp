@@ -13,8 +13,10 @@
 #include "module/host_services/host.h"
 
 #include <QDir>
+#include <QInputDialog>
 #include <QPrintDialog>
 #include <QPrinter>
+#include <QPrinterInfo>
 #include <QProgressDialog>
 #include <QSaveFile>
 #include <QSettings>
@@ -83,6 +85,27 @@ void setUp(QPrinter &printer, const Report &report)
     printer.setPageSize(QPageSize(across ? paper.transposed() : paper, QPageSize::Millimeter));
     printer.setPageOrientation(across ? QPageLayout::Landscape : QPageLayout::Portrait);
     printer.setDocName(report.title());
+}
+
+/// For texts, which are sent as they stand: no option of the printer's changes them. Empty when the user gave up.
+QString choosePrinter(const QString &offered, QWidget *parent)
+{
+    const QStringList printers = QPrinterInfo::availablePrinterNames();
+    bool chosen = false;
+    const QString printer = QInputDialog::getItem(
+        parent, u"Imprimir"_s, u"Impressora:"_s, printers, int(printers.indexOf(offered)), false, &chosen);
+    return chosen ? printer : QString();
+}
+
+/// For pages, with what else is asked of the printer. Empty when the user gave up.
+QString choosePrinter(QPrinter &device, const QString &offered, const Report &report, QWidget *parent)
+{
+    device.setPrinterName(offered);
+    setUp(device, report);
+    QPrintDialog dialog(&device, parent);
+    dialog.setMinMax(1, report.pages().count());
+    dialog.setOption(QAbstractPrintDialog::PrintToFile, false); // the preview writes PDF files itself
+    return dialog.exec() == QDialog::Accepted ? device.printerName() : QString();
 }
 
 /// False when the user gave up.
@@ -168,23 +191,16 @@ QString StationDesk::choosePrinterAndPrint(Report &report, QWidget *parent)
         return print(report, usual);
     const QString offered = Printing::offered(usual);
     QPrinter device(QPrinter::HighResolution);
-    device.setPrinterName(offered);
-    setUp(device, report);
-    QPrintDialog dialog(&device, parent);
-    dialog.setMinMax(1, report.pages().count());
-    dialog.setOption(QAbstractPrintDialog::PrintPageRange, !report.isText());
-    dialog.setOption(QAbstractPrintDialog::PrintToFile, false); // the preview writes PDF files itself
-    if (dialog.exec() != QDialog::Accepted)
+    const QString chosen =
+        report.isText() ? choosePrinter(offered, parent) : choosePrinter(device, offered, report, parent);
+    if (chosen.isEmpty())
         return {};
-    const QString chosen = device.printerName();
     if (chosen != offered)
         m_settings.setValue(u"Impressoras/"_s + report.name(), chosen);
-    if (report.isText()) {
-        const QByteArray bytes = report.bytes(codesOf(m_settings, chosen));
-        Printing::send(bytes.repeated(qMax(1, device.copyCount())), chosen, report.title());
-    } else if (!printPages(report, device, parent)) {
+    if (report.isText())
+        Printing::send(report.bytes(codesOf(m_settings, chosen)), chosen, report.title());
+    else if (!printPages(report, device, parent))
         return u"Impressão cancelada."_s;
-    }
     return u"Enviado para a impressora %1"_s.arg(named(chosen));
 }
 

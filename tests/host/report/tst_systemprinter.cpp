@@ -12,14 +12,13 @@
 #include <QAbstractButton>
 #include <QApplication>
 #include <QComboBox>
+#include <QDialog>
 #include <QFile>
 #include <QLabel>
 #include <QMessageBox>
-#include <QPrintDialog>
 #include <QProcess>
 #include <QSettings>
 #include <QSignalSpy>
-#include <QSpinBox>
 #include <QTemporaryDir>
 #include <QTest>
 #include <QTimer>
@@ -51,23 +50,27 @@ private slots:
 
     void theUsualPrinterIsOffered();
     void theChosenPrinterIsRemembered();
+    void aCancelledDialogDoesNothing_data() { layouts(); }
     void aCancelledDialogDoesNothing();
     void aPrinterThatIsGoneLeavesTheChoice();
+    void theDialogOffersPrintersAlone_data() { layouts(); }
     void theDialogOffersPrintersAlone();
     void pagesComeInReverse();
     void aTextArrivesByteByByte();
-    void aTextComesAsOftenAsItsCopies();
+    void aTextGoesToThePrinterChosenInThePreview();
     void theUsualPrinterHasItsOwnCodes();
-    void aPrinterThatRefusesIsSaid_data();
+    void aPrinterThatRefusesIsSaid_data() { layouts(); }
     void aPrinterThatRefusesIsSaid();
     void aStoppedPrinterIsSaid();
 
 private:
+    static void layouts();
     std::unique_ptr<Report> report(const QString &layout, bool preview);
     /// Prints from the preview, as `use` leaves the dialog; gives what the preview says then.
-    QString printed(const QString &layout, const std::function<void(QPrintDialog &)> &use);
-    static QComboBox *printers(QPrintDialog &dialog) { return dialog.findChild<QComboBox *>(u"printers"_s); }
-    static void choose(QPrintDialog &dialog, const QString &printer);
+    QString printed(const QString &layout, const std::function<void(QDialog &)> &use);
+    /// The printers of either dialog: that of pages, and the short one of texts.
+    static QComboBox *printers(QDialog &dialog) { return dialog.findChild<QComboBox *>(); }
+    static void choose(QDialog &dialog, const QString &printer);
     QString textOf(const QByteArray &pdf);
 
     QTemporaryDir m_folder;
@@ -104,6 +107,13 @@ void TestSystemPrinter::init()
     m_service.forget();
 }
 
+void TestSystemPrinter::layouts()
+{
+    QTest::addColumn<QString>("layout");
+    QTest::newRow("pages") << u"WEtqTeste"_s;
+    QTest::newRow("characters") << u"TEtqTeste"_s;
+}
+
 std::unique_ptr<Report> TestSystemPrinter::report(const QString &layout, bool preview)
 {
     m_call.name = layout;
@@ -111,7 +121,7 @@ std::unique_ptr<Report> TestSystemPrinter::report(const QString &layout, bool pr
     return std::make_unique<Report>(m_folder.filePath(layout + u".xml"_s), m_call, ReportContext{});
 }
 
-QString TestSystemPrinter::printed(const QString &layout, const std::function<void(QPrintDialog &)> &use)
+QString TestSystemPrinter::printed(const QString &layout, const std::function<void(QDialog &)> &use)
 {
     QString said;
     bool pressed = false;
@@ -126,9 +136,9 @@ QString TestSystemPrinter::printed(const QString &layout, const std::function<vo
         if (auto *box = qobject_cast<QMessageBox *>(window)) {
             said = box->text();
             box->accept();
-        } else if (auto *dialog = qobject_cast<QPrintDialog *>(window)) {
-            use(*dialog);
-        } else if (auto *preview = qobject_cast<PreviewWindow *>(window); preview && !pressed) {
+        } else if (auto *preview = qobject_cast<PreviewWindow *>(window); !preview && window) {
+            use(*qobject_cast<QDialog *>(window));
+        } else if (preview && !pressed) {
             pressed = preview->findChild<QAbstractButton *>(u"btImprimir"_s)->isEnabled();
             if (pressed)
                 QTimer::singleShot(0, preview, [&press, preview] { press(preview); });
@@ -139,7 +149,7 @@ QString TestSystemPrinter::printed(const QString &layout, const std::function<vo
     return said;
 }
 
-void TestSystemPrinter::choose(QPrintDialog &dialog, const QString &printer)
+void TestSystemPrinter::choose(QDialog &dialog, const QString &printer)
 {
     printers(dialog)->setCurrentIndex(printers(dialog)->findText(printer));
 }
@@ -157,7 +167,7 @@ QString TestSystemPrinter::textOf(const QByteArray &pdf)
 void TestSystemPrinter::theUsualPrinterIsOffered()
 {
     QString offered;
-    const QString said = printed(u"WEtqTeste"_s, [&](QPrintDialog &dialog) {
+    const QString said = printed(u"WEtqTeste"_s, [&](QDialog &dialog) {
         offered = printers(dialog)->currentText();
         dialog.accept();
     });
@@ -169,19 +179,19 @@ void TestSystemPrinter::theUsualPrinterIsOffered()
 
 void TestSystemPrinter::theChosenPrinterIsRemembered()
 {
-    printed(u"WEtqTeste"_s, [](QPrintDialog &dialog) {
+    printed(u"WEtqTeste"_s, [](QDialog &dialog) {
         choose(dialog, u"Expedicao"_s);
         dialog.accept();
     });
     QCOMPARE(textOf(m_service.received(u"Expedicao"_s)), u"Rolo 001 Rolo 002 Rolo 003"_s);
     QCOMPARE(m_settings->value(u"Impressoras/WEtqTeste"_s).toString(), u"Expedicao"_s);
     QString offered;
-    printed(u"WEtqTeste"_s, [&](QPrintDialog &dialog) {
+    printed(u"WEtqTeste"_s, [&](QDialog &dialog) {
         offered = printers(dialog)->currentText();
         dialog.reject();
     });
     QCOMPARE(offered, u"Expedicao"_s);
-    printed(u"TEtqTeste"_s, [&](QPrintDialog &dialog) { // another report has its own
+    printed(u"TEtqTeste"_s, [&](QDialog &dialog) { // another report has its own
         offered = printers(dialog)->currentText();
         dialog.reject();
     });
@@ -190,11 +200,12 @@ void TestSystemPrinter::theChosenPrinterIsRemembered()
 
 void TestSystemPrinter::aCancelledDialogDoesNothing()
 {
-    const QString said = printed(u"WEtqTeste"_s, [](QPrintDialog &dialog) {
+    QFETCH(QString, layout);
+    const QString said = printed(layout, [](QDialog &dialog) {
         choose(dialog, u"Expedicao"_s);
         dialog.reject();
     });
-    QCOMPARE(said, u"3 páginas"_s);
+    QVERIFY2(said.endsWith(u"página"_s) || said.endsWith(u"páginas"_s), qUtf8Printable(said)); // as before
     QVERIFY(m_settings->allKeys().isEmpty());
     QCOMPARE(m_service.jobs(), 0);
 }
@@ -203,7 +214,7 @@ void TestSystemPrinter::aPrinterThatIsGoneLeavesTheChoice()
 {
     m_settings->setValue(u"Impressoras/WEtqTeste"_s, u"Vendida"_s);
     QString offered;
-    printed(u"WEtqTeste"_s, [&](QPrintDialog &dialog) {
+    printed(u"WEtqTeste"_s, [&](QDialog &dialog) {
         offered = printers(dialog)->currentText();
         choose(dialog, u"Expedicao"_s);
         dialog.accept();
@@ -215,8 +226,9 @@ void TestSystemPrinter::aPrinterThatIsGoneLeavesTheChoice()
 
 void TestSystemPrinter::theDialogOffersPrintersAlone()
 {
+    QFETCH(QString, layout);
     QStringList offered;
-    printed(u"TEtqTeste"_s, [&](QPrintDialog &dialog) {
+    printed(layout, [&](QDialog &dialog) {
         for (int i = 0; i < printers(dialog)->count(); ++i)
             offered.append(printers(dialog)->itemText(i));
         dialog.reject();
@@ -227,7 +239,7 @@ void TestSystemPrinter::theDialogOffersPrintersAlone()
 
 void TestSystemPrinter::pagesComeInReverse()
 {
-    printed(u"WEtqTeste"_s, [](QPrintDialog &dialog) {
+    printed(u"WEtqTeste"_s, [](QDialog &dialog) {
         dialog.findChild<QAbstractButton *>(u"reverse"_s)->setChecked(true);
         dialog.accept();
     });
@@ -246,17 +258,15 @@ void TestSystemPrinter::aTextArrivesByteByByte()
     QVERIFY(told[0][0].toString().contains(u"Matricial"_s));
 }
 
-void TestSystemPrinter::aTextComesAsOftenAsItsCopies()
+void TestSystemPrinter::aTextGoesToThePrinterChosenInThePreview()
 {
-    printed(u"TEtqTeste"_s, [](QPrintDialog &dialog) {
+    const QString said = printed(u"TEtqTeste"_s, [](QDialog &dialog) {
         choose(dialog, u"Matricial"_s);
-        dialog.findChild<QSpinBox *>(u"copies"_s)->setValue(2);
         dialog.accept();
     });
-    const QByteArray sent = m_service.received(u"Matricial"_s);
-    QVERIFY(!sent.isEmpty());
-    QCOMPARE(sent.count("001"), 2);
-    QCOMPARE(sent, sent.first(sent.size() / 2).repeated(2));
+    QCOMPARE(said, u"Enviado para a impressora Matricial"_s);
+    QVERIFY(m_service.received(u"Matricial"_s).contains("\x0FRolo n\xA7 001"));
+    QCOMPARE(m_settings->value(u"Impressoras/TEtqTeste"_s).toString(), u"Matricial"_s);
 }
 
 void TestSystemPrinter::theUsualPrinterHasItsOwnCodes()
@@ -266,18 +276,11 @@ void TestSystemPrinter::theUsualPrinterHasItsOwnCodes()
     QVERIFY(m_service.received(u"Escritorio"_s).startsWith("\x1B!"));
 }
 
-void TestSystemPrinter::aPrinterThatRefusesIsSaid_data()
-{
-    QTest::addColumn<QString>("layout");
-    QTest::newRow("pages") << u"WEtqTeste"_s;
-    QTest::newRow("characters") << u"TEtqTeste"_s;
-}
-
 void TestSystemPrinter::aPrinterThatRefusesIsSaid()
 {
     QFETCH(QString, layout);
     const QString sentence = u"A impressora \"Recusa\" não aceita os dados."_s;
-    const QString said = printed(layout, [](QPrintDialog &dialog) {
+    const QString said = printed(layout, [](QDialog &dialog) {
         choose(dialog, u"Recusa"_s);
         dialog.accept();
     });
@@ -294,7 +297,7 @@ void TestSystemPrinter::aPrinterThatRefusesIsSaid()
 
 void TestSystemPrinter::aStoppedPrinterIsSaid()
 {
-    const QString said = printed(u"WEtqTeste"_s, [](QPrintDialog &dialog) {
+    const QString said = printed(u"WEtqTeste"_s, [](QDialog &dialog) {
         choose(dialog, u"Parada"_s);
         dialog.accept();
     });
