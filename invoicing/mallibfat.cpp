@@ -37,8 +37,6 @@ Unit &Mallibfat::unit()
 
 namespace {
 
-const QColor aboveBalance(0xff, 0xe0, 0xdb);
-
 /// A line of the work table, its fields in their order.
 enum LineField { Numero, Codigo, Descricao, Produzido, Faturado, Saldo, Faturar, Rolos, Maquina, NomeMaq, Local, Lote };
 
@@ -87,7 +85,8 @@ void TfmMalLibFat::createGrid()
 {
     TDBGrid *grid = m_ui->DBGrid1;
     grid->setDataSet(TbOF);
-    grid->setRowColour([this](int row) { return ReleaseRules::isAboveBalance(lineOf(row)) ? aboveBalance : QColor(); });
+    grid->setRowColour(
+        [this](int row) { return ReleaseRules::isAboveBalance(lineOf(row)) ? Look::amiss() : QColor(); });
     // What was typed in a cell is taken by Enter or Tab, and the next cell follows.
     connect(grid->itemDelegate(), &QAbstractItemDelegate::closeEditor, this,
         [this, grid](QWidget *, QAbstractItemDelegate::EndEditHint hint) {

@@ -6,6 +6,7 @@
 #include "module/host_services/icons.h"
 
 #include <QAbstractButton>
+#include <QColor>
 
 namespace Look {
 
@@ -16,6 +17,11 @@ void addIcons(QWidget *root)
         if (!name.isEmpty())
             button->setIcon(Icons::get(name));
     }
+}
+
+QColor amiss()
+{
+    return {0xff, 0xe0, 0xdb};
 }
 
 } // namespace Look

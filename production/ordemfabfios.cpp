@@ -9,6 +9,7 @@
 #include "module/host_services/clientdataset.h"
 #include "module/host_services/errors.h"
 #include "module/host_services/table.h"
+#include "module/look.h"
 
 #include <QTimer>
 
@@ -20,7 +21,6 @@ using namespace YarnReservation;
 
 namespace {
 
-const QColor uncovered(0xff, 0xe0, 0xdb);
 /// The yarns' groups of lots, one after the other.
 const std::array bands{QColor(Qt::white), QColor(0xec, 0xf4, 0xf2)};
 
@@ -187,7 +187,7 @@ void TfmMalhaOF::showCoverage()
     for (const Coverage &yarn : coverageOf(m_shares, tbOF_Malha->AsFloat(u"KG_TOTAL"_s), lots)) {
         const bool lacks = checked && yarn.missing > 0;
         lacking |= lacks;
-        colours.insert(yarn.yarn, lacks ? uncovered : bands[colours.size() % bands.size()]);
+        colours.insert(yarn.yarn, lacks ? Look::amiss() : bands[colours.size() % bands.size()]);
         m_yarns->Append();
         m_yarns->setValue(u"Codigo"_s, yarn.yarn);
         m_yarns->setValue(u"Descricao"_s, yarn.description);

@@ -370,8 +370,7 @@ void TfmCadRaport::BitBtn5Click()
         {u"DIAMETRO"_s, m_ui->EdtDiametro->value()}, {u"FINURA"_s, m_ui->EdtFinura->value()},
         {u"LARGURA"_s, m_ui->EdtLargura->value()}, {u"GRAMATURA"_s, m_ui->EdtGramatura->value()},
         {u"KG_ROLO"_s, m_ui->EdtKgRolo->value()}, {u"OBSERVACAO"_s, m_ui->EdtObs->toPlainText()},
-        {u"ALIMENTADORES"_s, int(m_ui->EdtAlimentadores->value())},
-        {u"DESENHO"_s, m_ui->Desenho->forPaper()}};
+        {u"ALIMENTADORES"_s, int(m_ui->EdtAlimentadores->value())}, {u"DESENHO"_s, m_ui->Desenho->forPaper()}};
     Chama_Relatorio(call);
     TbDados->setRow(line);
 }
