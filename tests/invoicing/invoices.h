@@ -123,6 +123,13 @@ public:
         fillLot(material, lot, quantity, price);
         station.click(u"btISalvar"_s);
     }
+    /// Ctrl+V in a field: it takes what no key gives.
+    void pasteIn(const QString &field, const QString &text)
+    {
+        QApplication::clipboard()->setText(text);
+        station.type(field, {});
+        station.key(Qt::Key_V, Qt::ControlModifier);
+    }
     /// Ctrl+V in the list of lots.
     void paste(const QString &text)
     {

@@ -1,6 +1,7 @@
 // SPDX-FileCopyrightText: The qen authors
 // SPDX-License-Identifier: GPL-3.0-or-later
 
+#include "tests/invoicing/hostiletexts.h"
 #include "tests/invoicing/releases.h"
 
 using namespace Releases;
@@ -253,29 +254,21 @@ void TestMalLibFat::anotherClientGetsItsOwnFabric()
 
 void TestMalLibFat::hostileTextFindsNothing_data()
 {
-    QTest::addColumn<QString>("number");
-    QTest::newRow("quote") << u"a'b"_s;
-    QTest::newRow("always true") << u"'OR'1"_s;
-    QTest::newRow("wildcard") << u"%"_s;
-    QTest::newRow("comma") << u"1,'2"_s;
-    QTest::newRow("semicolon") << u";--"_s;
-    QTest::newRow("braces") << u"{NOTA"_s;
-    QTest::newRow("backslash") << u"\\'"_s;
-    QTest::newRow("emoji") << QString::fromUtf8("🧶");
+    HostileTexts::addCodes();
 }
 
 void TestMalLibFat::hostileTextFindsNothing()
 {
-    QFETCH(QString, number);
+    QFETCH(QString, code);
     ReleaseStation station;
     station.insertReleases();
     const QStringList before = station.stored();
     station.openReleases();
-    station.paste(u"EdtNumero"_s, number);
+    station.paste(u"EdtNumero"_s, code);
     station.key(Qt::Key_Tab);
-    QCOMPARE(station.text(u"EdtNumero"_s), number);
+    QCOMPARE(station.text(u"EdtNumero"_s), code);
     QCOMPARE(station.listed(), QStringList());
-    station.paste(u"edtCliente"_s, number);
+    station.paste(u"edtCliente"_s, code);
     expectInformation(station.answers, caption, u"Cliente inválido."_s);
     station.key(Qt::Key_Tab);
     QCOMPARE(station.listed(), QStringList());

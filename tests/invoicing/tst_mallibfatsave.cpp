@@ -1,6 +1,7 @@
 // SPDX-FileCopyrightText: The qen authors
 // SPDX-License-Identifier: GPL-3.0-or-later
 
+#include "tests/invoicing/hostiletexts.h"
 #include "tests/invoicing/releases.h"
 
 using namespace Releases;
@@ -375,14 +376,7 @@ void TestMalLibFatSave::aTypedNumberUsedMeanwhileIsNotOverwritten()
 
 void TestMalLibFatSave::textsAreStoredAsTyped_data()
 {
-    QTest::addColumn<QString>("text");
-    QTest::newRow("quotes") << u"D'Água \"x\"''"_s;
-    QTest::newRow("statement") << u"'); DROP TABLE X;--"_s;
-    QTest::newRow("per cent") << u"%1 %s 100%%"_s;
-    QTest::newRow("braces") << u"{PEDIDO3} {x"_s;
-    QTest::newRow("commas") << u"a,b;c,'d',"_s;
-    QTest::newRow("backslash") << u"\\' \\n \\\\"_s;
-    QTest::newRow("emoji") << QString::fromUtf8("🧶 Fio azul");
+    HostileTexts::addTexts();
 }
 
 void TestMalLibFatSave::textsAreStoredAsTyped()

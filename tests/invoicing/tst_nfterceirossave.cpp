@@ -1,6 +1,7 @@
 // SPDX-FileCopyrightText: The qen authors
 // SPDX-License-Identifier: GPL-3.0-or-later
 
+#include "tests/invoicing/hostiletexts.h"
 #include "tests/invoicing/invoices.h"
 #include "tests/support/killedprocess.h"
 
@@ -531,14 +532,7 @@ void TestNFTerceirosSave::nothingRemainsOfADeletionThatFails()
 
 void TestNFTerceirosSave::textsAreStoredAsTyped_data()
 {
-    QTest::addColumn<QString>("text");
-    QTest::newRow("quotes") << u"D'Água \"x\"''"_s;
-    QTest::newRow("statement") << u"'); DROP TABLE X;--"_s;
-    QTest::newRow("per cent") << u"%1 %s 100%%"_s;
-    QTest::newRow("braces") << u"{NFT_ITEN} {x"_s;
-    QTest::newRow("commas") << u"a,b;c,'d',"_s;
-    QTest::newRow("backslash") << u"\\' \\n \\\\"_s;
-    QTest::newRow("emoji") << QString::fromUtf8("Fio 🧶 azul");
+    HostileTexts::addTexts();
 }
 
 void TestNFTerceirosSave::textsAreStoredAsTyped()
@@ -549,20 +543,15 @@ void TestNFTerceirosSave::textsAreStoredAsTyped()
     const QStringList others = lots(screen.database());
     screen.open();
     screen.startInvoice();
-    const auto pasteIn = [&](const QString &field, const QString &pasted) {
-        QApplication::clipboard()->setText(pasted);
-        screen.station.type(field, {});
-        screen.station.key(Qt::Key_V, Qt::ControlModifier);
-    };
     const QString lot = text.left(15);
     screen.station.click(u"BtIIncluir"_s);
     screen.station.enter(u"EdtCodMaterial"_s, u"FIO30CO"_s);
-    pasteIn(u"EdtMarca"_s, text);
-    pasteIn(u"EdtLote"_s, lot);
+    screen.pasteIn(u"EdtMarca"_s, text);
+    screen.pasteIn(u"EdtLote"_s, lot);
     screen.station.enter(u"EdtPeso"_s, u"1"_s);
     screen.station.enter(u"EdtUnitario"_s, u"1"_s);
     screen.station.click(u"btISalvar"_s);
-    pasteIn(u"DBObs"_s, text + u'\n' + text);
+    screen.pasteIn(u"DBObs"_s, text + u'\n' + text);
     screen.station.click(u"SbConfirmar"_s);
     QVERIFY(!screen.isEditing());
     QCOMPARE(screen.database().value(u"SELECT OBS FROM {NFTERCEIROS} WHERE DOCTO = '0000123'"_s).toString(),
@@ -581,12 +570,7 @@ void TestNFTerceirosSave::textsAreStoredAsTyped()
 
 void TestNFTerceirosSave::codesMadeToDoHarmAreCodesLikeOthers_data()
 {
-    QTest::addColumn<QString>("code");
-    QTest::newRow("quote") << u"a'b"_s;
-    QTest::newRow("always true") << u"'OR'1"_s;
-    QTest::newRow("wildcard") << u"%"_s;
-    QTest::newRow("comma") << u"1,'2"_s;
-    QTest::newRow("semicolon") << u";--"_s;
+    HostileTexts::addCodes();
 }
 
 void TestNFTerceirosSave::codesMadeToDoHarmAreCodesLikeOthers()
@@ -595,18 +579,23 @@ void TestNFTerceirosSave::codesMadeToDoHarmAreCodesLikeOthers()
     Screen screen;
     insert(screen.database(), u"0000100"_s, u"00002"_s, threeLots());
     screen.open();
+    const auto leave = [&](const QString &field) {
+        screen.pasteIn(field, code);
+        screen.station.key(Qt::Key_Tab);
+    };
     screen.station.click(u"Btincluir"_s);
-    screen.station.enter(u"DBDocto"_s, code);
+    leave(u"DBDocto"_s);
     screen.expect(u"Cliente inválido."_s);
     QStringList listed;
     ScreenChecks::expectSearchAndLeave(screen.answers, &listed);
-    screen.station.enter(u"DBCodCliente"_s, code);
+    leave(u"DBCodCliente"_s);
     screen.station.enter(u"DBCodCliente"_s, u"00001"_s);
     screen.station.click(u"BtIIncluir"_s);
     screen.expect(u"Material Inválido."_s);
     ScreenChecks::expectSearchAndLeave(screen.answers, &listed);
-    screen.station.enter(u"EdtCodMaterial"_s, code);
-    screen.fillLot(u"FIO30CO"_s, code, u"1"_s, u"1"_s);
+    leave(u"EdtCodMaterial"_s);
+    screen.fillLot(u"FIO30CO"_s, {}, u"1"_s, u"1"_s);
+    screen.pasteIn(u"EdtLote"_s, code);
     screen.station.click(u"btISalvar"_s);
     screen.station.click(u"SbConfirmar"_s);
     QCOMPARE(lots(screen.database()).size(), 4);
