@@ -118,8 +118,11 @@ void TfmAcertoMalharia::SbConfirmarClick()
         return;
     const QString code = QryPa->AsString(u"CODIGO"_s);
     const QString of = QryPa->AsString(u"NUM_OF"_s);
-    if (QryPa->IsEmpty() || !Existe(u"PA_MALHA"_s, u"CODIGO"_s, Aspas(code)))
+    if (QryPa->IsEmpty() || !Existe(u"PA_MALHA"_s, u"CODIGO"_s, Aspas(code))) {
+        ConsultaOF();
+        refuse(u"Não há saldo para gravar."_s, m_ui->EdtCodigo);
         return;
+    }
     save(code, of);
     ConsultaOF();
     QryPa->Locate(u"NUM_OF;CODIGO"_s, {of, code});

@@ -248,8 +248,12 @@ void TestAcertoMalha::aRowThatVanishedIsNotSaved()
         u"Outra estação alterou estes dados ao mesmo tempo. Nada foi gravado; tente novamente."_s);
     station.click(u"SbConfirmar"_s);
     station.database.run(u"DELETE FROM {PA_MALHA} WHERE CODIGO = 'M0001'"_s);
+    expectInformation(station.answers, caption, u"Não há saldo para gravar."_s);
     station.click(u"SbConfirmar"_s);
+    QVERIFY(station.answers.allCame());
     QCOMPARE(station.stored(), QStringList{untouched[3]});
+    // The list is read anew.
+    QCOMPARE(station.listed(), QStringList{u"000012|GONE"_s});
 }
 
 void TestAcertoMalha::withoutRowsNothingIsSaved()
@@ -258,7 +262,10 @@ void TestAcertoMalha::withoutRowsNothingIsSaved()
     station.openBalances();
     station.enter(u"edtOF"_s, u"999999"_s);
     station.enter(u"EdtQtde"_s, u"1"_s);
+    expectInformation(station.answers, caption, u"Não há saldo para gravar."_s);
     station.click(u"SbConfirmar"_s);
+    QVERIFY(station.answers.allCame());
+    QTRY_COMPARE(station.focus(), u"EdtCodigo"_s);
     QCOMPARE(station.stored(), untouched);
 }
 
