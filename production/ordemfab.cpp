@@ -32,6 +32,8 @@ Unit &Ordemfab::unit()
 
 namespace {
 
+const QString heldByItsRolls = u"OF possui baixas. Para excluir a OF é necessário estornar as baixas."_s;
+
 /// A stock item that is not switched off; an empty flag is an active one.
 QString activeItem(const QString &alias)
 {
@@ -366,7 +368,7 @@ bool TfmMalhaOF::mayDelete()
 {
     if (!hasWriteOffs())
         return true;
-    Messages::inform(this, u"OF possui baixas. Para excluir a OF é necessário estornar as baixas."_s);
+    Messages::inform(this, heldByItsRolls);
     return false;
 }
 
@@ -385,7 +387,7 @@ void TfmMalhaOF::deleteDependents()
     if (!RollRegister(database()).lock(recordNumber()))
         throw EDatabaseError(EDatabaseError::Category::Conflict, {}, u"O registro não existe mais."_s, {});
     if (hasWriteOffs())
-        throw EQen(u"OF possui baixas. Para excluir a OF é necessário estornar as baixas."_s);
+        throw EQen(heldByItsRolls);
     database().run(u"DELETE FROM "_s + DBLocal(u"BAIXA_FIO"_s) + u" WHERE NUMERO = "_s + Aspas(recordNumber()));
 }
 
