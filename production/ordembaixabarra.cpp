@@ -187,7 +187,7 @@ void TfmMalhaOFBaixaBarra::btnBaixaClick()
     BaixaOFMalha(roll);
     run(afterWriting(roll, [&] { logRoll(roll); }));
     run(afterWriting(roll, [&] {
-        reloadOrder();
+        BuscaBaixasMalha();
         if (BuscaParametro(u"MAL"_s, 50) == u"S"_s)
             printLabel(roll, false);
     }));
