@@ -30,6 +30,8 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
+constexpr qsizetype reportsNoted = 100; ///< the last ones: a station prints labels for months
+
 void inform(const QString &text)
 {
     QMessageBox::information(QApplication::activeWindow(), QApplication::applicationDisplayName(), text);
@@ -168,6 +170,8 @@ void QenHost::runReport(const ReportCall &call)
         parts.append(u"%1: %2"_s.arg(name, QString::number(report.rowCounts.last())));
     }
     m_reports.append(report);
+    if (m_reports.size() > reportsNoted)
+        m_reports.removeFirst();
     m_log.write(u"report %1 (%2) for printer \"%3\", rows %4"_s.arg(call.name,
         call.kind == ReportCall::Kind::Text ? u"text"_s : u"graphic"_s, report.printer, parts.join(u", "_s)));
     if (!m_reportDesk)

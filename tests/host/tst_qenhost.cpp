@@ -74,6 +74,7 @@ private slots:
     void aModalScreenTakesThePlaceOfAnOpenOne();
     void aScreenThatWillNotCloseIsNotOpenedASecondTime();
     void aReportIsRecordedWithItsDataAndItsPrinter();
+    void theLastReportsAreKept();
     void aPictureIsFoundInAnyCaseAndTheBestKindFirst();
     void aCodeWithAPathInItHasNoPicture();
     void anInventoryHoldsTodaysRowsOfTheCompany();
@@ -324,6 +325,19 @@ void TstQenHost::aReportIsRecordedWithItsDataAndItsPrinter()
     QCOMPARE(label.printer, u"Etiquetas da balança"_s);
     QCOMPARE(m_host->recordedReports()[1].kind, ReportCall::Kind::Text);
     QCOMPARE(m_host->recordedReports()[1].printer, u"Escritório"_s);
+}
+
+/// A station prints labels for months.
+void TstQenHost::theLastReportsAreKept()
+{
+    for (int label = 1; label <= 250; ++label) {
+        ReportCall call;
+        call.name = u"WEtqBarra%1"_s.arg(label);
+        Funcoes::Chama_RelatorioWin(call);
+    }
+    QCOMPARE(m_host->recordedReports().size(), 100);
+    QCOMPARE(m_host->recordedReports().first().name, u"WEtqBarra151"_s);
+    QCOMPARE(m_host->recordedReports().last().name, u"WEtqBarra250"_s);
 }
 
 void TstQenHost::aPictureIsFoundInAnyCaseAndTheBestKindFirst()
