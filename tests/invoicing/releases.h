@@ -53,6 +53,13 @@ public:
                      "VALUES ('%1', '%2', '02/28/2026', '%3', '%4', %5, 'NF-9', %6, 'Cliente retira', 'A-01')"_s.arg(
                          number, of, client, fabric, SqlText::number(kg), QString::number(rolls)));
     }
+    /// Yarn of the client's invoice that is reserved for the order, in kg.
+    void reserve(const QString &of, const QString &document, const QString &yarn, const QString &lot, double kg)
+    {
+        database.run(
+            u"INSERT INTO {BAIXA_FIO} (NUMERO, DOCTO, CODIGO, LOTE, QTDE) VALUES ('%1', '%2', '%3', '%4', %5)"_s.arg(
+                of, document, yarn, lot, SqlText::number(kg)));
+    }
     /// Release 00007 of two orders of 00001, and 00008 of the other client's.
     void insertReleases()
     {

@@ -23,14 +23,6 @@ QStringList printed(const ReleaseStation &station, const QStringList &columns)
     return result;
 }
 
-void reserve(ReleaseStation &station, const QString &of, const QString &document, const QString &yarn,
-    const QString &lot, const QString &kg)
-{
-    station.database.run(
-        u"INSERT INTO {BAIXA_FIO} (NUMERO, DOCTO, CODIGO, LOTE, QTDE) VALUES ('%1', '%2', '%3', '%4', %5)"_s.arg(
-            of, document, yarn, lot, kg));
-}
-
 void printRelease(ReleaseStation &station, const QString &number)
 {
     station.enter(u"EdtNumero"_s, number);
@@ -57,9 +49,9 @@ void TestMalLibFatPrint::thePrintoutTellsTheYarnOfEachOrder()
 {
     ReleaseStation station;
     station.insertReleases();
-    reserve(station, u"000010"_s, u"0001203"_s, u"FIO30CO"_s, u"A"_s, u"72"_s);
-    reserve(station, u"000010"_s, u"0001207"_s, u"FIO150PES"_s, u"B"_s, u"48.5"_s);
-    reserve(station, u"000020"_s, u"0001300"_s, u"FIO30CO"_s, u"A"_s, u"30"_s);
+    station.reserve(u"000010"_s, u"0001203"_s, u"FIO30CO"_s, u"A"_s, 72);
+    station.reserve(u"000010"_s, u"0001207"_s, u"FIO150PES"_s, u"B"_s, 48.5);
+    station.reserve(u"000020"_s, u"0001300"_s, u"FIO30CO"_s, u"A"_s, 30);
     station.openReleases();
     printRelease(station, u"00007"_s);
     const QList<RecordedReport> &reports = station.host.recordedReports();
@@ -86,8 +78,8 @@ void TestMalLibFatPrint::twoLotsThatWeighTheSameAreTwo()
 {
     ReleaseStation station;
     station.insertReleases();
-    reserve(station, u"000010"_s, u"0001203"_s, u"FIO30CO"_s, u"A"_s, u"36"_s);
-    reserve(station, u"000010"_s, u"0001203"_s, u"FIO30CO"_s, u"B"_s, u"36"_s);
+    station.reserve(u"000010"_s, u"0001203"_s, u"FIO30CO"_s, u"A"_s, 36);
+    station.reserve(u"000010"_s, u"0001203"_s, u"FIO30CO"_s, u"B"_s, 36);
     station.openReleases();
     printRelease(station, u"00007"_s);
     const QStringList lines = printed(station, {u"LOTE"_s, u"QTDE"_s, u"LOTE_FIO"_s, u"QTDE_FIO"_s});

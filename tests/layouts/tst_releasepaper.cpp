@@ -15,12 +15,6 @@ public:
     {
     }
 
-    void reserve(const QString &of, const QString &document, const QString &yarn, const QString &lot, double kg)
-    {
-        database.run(
-            u"INSERT INTO {BAIXA_FIO} (NUMERO, DOCTO, CODIGO, LOTE, QTDE) VALUES ('%1', '%2', '%3', '%4', %5)"_s.arg(
-                of, document, yarn, lot, SqlText::number(kg)));
-    }
     QString print(const QString &number)
     {
         openReleases();
