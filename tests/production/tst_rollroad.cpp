@@ -1,12 +1,16 @@
 // SPDX-FileCopyrightText: The qen authors
 // SPDX-License-Identifier: GPL-3.0-or-later
-// The road of one roll: from the bytes that the scale sends to the register, the stock and the log.
+// The road of one roll: from the bytes that the scale sends to the register, the stock and the log, also while another
+// station is on it.
 
-#include "tests/production/writeoffstation.h"
+#include "tests/production/deskstation.h"
 #include "tests/support/engines.h"
 
+#include <QSemaphore>
 #include <QTest>
 #include <QTimer>
+
+#include <future>
 
 using namespace Qt::StringLiterals;
 
@@ -32,6 +36,56 @@ private:
     int m_ticks = 0;
 };
 
+/// Another station that has locked the order and run these statements, and commits as soon as a save of the station
+/// begins, which then waits for it.
+class OtherStation
+{
+public:
+    OtherStation(WriteOffStation &station, const QStringList &statements)
+        : m_watched(*station.tabela.IBDatabase)
+        , m_work(std::async(std::launch::async, [this, statements, settings = station.database.settings()] {
+            TTIDatabase database;
+            database.open(settings);
+            Save save(database);
+            database.run(u"UPDATE OF_MALHA_001 SET NUM_OF = NUM_OF WHERE NUM_OF = '000012'"_s);
+            for (const QString &statement : statements)
+                database.run(statement);
+            m_ready.release();
+            m_told.acquire();
+            save.CommitRetaining();
+        }))
+    {
+        if (!m_ready.tryAcquire(1, 30'000))
+            m_work.get(); // throws what went wrong
+        m_watched.setObserver([this](const QString &ran) {
+            if (ran == u"BEGIN")
+                m_told.release();
+        });
+    }
+    ~OtherStation()
+    {
+        m_watched.setObserver({});
+        m_told.release();
+    }
+    Q_DISABLE_COPY_MOVE(OtherStation)
+
+private:
+    TTIDatabase &m_watched;
+    QSemaphore m_ready;
+    QSemaphore m_told;
+    std::future<void> m_work;
+};
+
+const QString otherRoll = u"INSERT INTO OF_MALHA_BAIXAS_001 (NUM_BAIXA, NUM_OF, DATA, TURNO, FUNCIONARIO, QTDE)"
+                          " VALUES ('001', '000012', '03/10/2026', '1', '000102', 20)"_s;
+const QString conflict = u"Outra estação alterou estes dados ao mesmo tempo. Nada foi gravado; tente novamente."_s;
+
+/// Firebird's transactions see what stood when they began, so that the later station is told to try again.
+bool isToldToTryAgain()
+{
+    return Engines::current() != u"postgres"_s;
+}
+
 } // namespace
 
 class tst_rollroad : public QObject
@@ -49,6 +103,10 @@ private slots:
     void aFrameOfTheScaleBecomesARollInRegisterStockAndLog();
     void aFrameInMotionBecomesNoRoll();
     void bytesThatAreNoReadingAreNotTakenForSilence();
+    void twoStationsAtOneInstantMakeTwoRolls();
+    void twoStationsAtOneInstantShareTheBalance();
+    void theDeskAndAStationAtOneInstantMakeTwoRolls();
+    void aRollIsTakenBackOnceByTwoStationsAtOneInstant();
 };
 
 void tst_rollroad::aFrameOfTheScaleBecomesARollInRegisterStockAndLog_data()
@@ -124,6 +182,96 @@ void tst_rollroad::bytesThatAreNoReadingAreNotTakenForSilence()
     QCOMPARE(station.text(u"EdtPesoRolo"_s), u"0,00"_s);
     station.enter(u"edtOF"_s, u"000012"_s); // nothing came this time
     QCOMPARE(station.text(u"lbBalanca"_s), u"A balança não enviou leitura."_s);
+}
+
+void tst_rollroad::twoStationsAtOneInstantMakeTwoRolls()
+{
+    WriteOffStation station(Engines::current());
+    station.prepareRoll(u"20"_s);
+    {
+        const OtherStation other(station, {otherRoll});
+        MessageAnswers answers;
+        answers.expect(u"Peso da Baixa 20,00?"_s, QMessageBox::Yes);
+        if (isToldToTryAgain())
+            answers.expect(conflict, QMessageBox::Ok);
+        station.click(u"btnBaixa"_s);
+        QVERIFY(answers.allCame());
+    }
+    if (isToldToTryAgain()) {
+        QCOMPARE(station.rolls().size(), 1);
+        QVERIFY(station.stock().isEmpty());
+        QVERIFY(station.log().isEmpty());
+        QCOMPARE(station.text(u"EdtPesoRolo"_s), u"20,00"_s); // nothing is to be typed again
+        station.confirmRoll(u"20,00"_s);
+    }
+    QCOMPARE(
+        station.rolls(), QStringList({u"001|2026-03-10||1|000102|20"_s, u"002|2026-03-10|10:30:00.000|1|000101|20"_s}));
+    QCOMPARE(station.stock(), QStringList{u"M0001|000012|20|0"_s});
+    QCOMPARE(
+        station.log(), QStringList{u"BAIXA OF BARRA|BAIXA OF MALHARIA NR.: 000012 QTDE.: 20 NUM.BAIXA: 002|3|ADMIN"_s});
+}
+
+void tst_rollroad::twoStationsAtOneInstantShareTheBalance()
+{
+    WriteOffStation station(Engines::current());
+    station.database.run(u"UPDATE {OF_MALHA} SET KG_TOTAL = 39.999"_s);
+    station.prepareRoll(u"20"_s);
+    {
+        const OtherStation other(station, {otherRoll});
+        MessageAnswers answers;
+        answers.expect(u"Peso da Baixa 20,00?"_s, QMessageBox::Yes);
+        answers.expect(isToldToTryAgain() ? conflict : u"Quantidade maior que o Saldo."_s, QMessageBox::Ok);
+        station.click(u"btnBaixa"_s);
+        QVERIFY(answers.allCame());
+    }
+    if (isToldToTryAgain()) {
+        MessageAnswers answers;
+        answers.expect(u"Peso da Baixa 20,00?"_s, QMessageBox::Yes);
+        answers.expect(u"Quantidade maior que o Saldo."_s, QMessageBox::Ok);
+        station.click(u"btnBaixa"_s);
+        QVERIFY(answers.allCame());
+    }
+    QCOMPARE(station.rolls().size(), 1);
+    QVERIFY(station.stock().isEmpty());
+    QVERIFY(station.log().isEmpty());
+}
+
+void tst_rollroad::theDeskAndAStationAtOneInstantMakeTwoRolls()
+{
+    DeskStation station;
+    station.atDialog([&] {
+        station.fillRoll(u"20"_s);
+        QCOMPARE(station.text(u"edtBaixa"_s), u"001"_s);
+        {
+            const OtherStation other(station, {otherRoll});
+            if (isToldToTryAgain())
+                station.expect(conflict);
+            station.confirm();
+        }
+        if (isToldToTryAgain())
+            station.confirm();
+    });
+    QCOMPARE(station.rolls(), QStringList({u"001|2026-03-10||1|000102|20"_s, u"002|2026-03-10||1|000101|20"_s}));
+    QCOMPARE(station.stock(), QStringList{u"M0001|000012|20|0"_s});
+    QCOMPARE(station.log(), QStringList{u"BAIXA OF MALHARIA|BAIXA DA OF 000012 PESO 20 NUM.BAIXA: 002|3|ADMIN"_s});
+}
+
+void tst_rollroad::aRollIsTakenBackOnceByTwoStationsAtOneInstant()
+{
+    WriteOffStation station(Engines::current());
+    station.prepareRoll(u"20"_s);
+    station.confirmRoll(u"20,00"_s);
+    station.database.run(u"DELETE FROM QEN_LOG"_s);
+    const OtherStation other(
+        station, {u"DELETE FROM OF_MALHA_BAIXAS_001"_s, u"UPDATE PA_MALHA_001 SET QTDE_TOTAL = QTDE_TOTAL - 20"_s});
+    MessageAnswers answers;
+    answers.expect(u"Deseja eliminar este Registro?"_s, QMessageBox::Yes);
+    answers.expect(conflict, QMessageBox::Ok);
+    station.click(u"BtExcluir"_s);
+    QVERIFY(answers.allCame());
+    QVERIFY(station.rolls().isEmpty());
+    QCOMPARE(station.stock(), QStringList{u"M0001|000012|0|0"_s});
+    QVERIFY(station.log().isEmpty());
 }
 
 QTEST_MAIN(tst_rollroad)
