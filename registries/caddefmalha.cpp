@@ -61,6 +61,7 @@ void TfmCadDefMalha::FormShow()
         TbDefeitos->setValue(u"Qtde"_s, QtdeDefeito(code));
         TbDefeitos->Post();
     }
+    m_loaded = true;
     TbDefeitos->First();
     // Who comes into the grid types quantities at once.
     m_ui->DBGrid1->setCurrentIndex(m_ui->DBGrid1->model()->index(0, m_ui->DBGrid1->columnOf(u"Qtde"_s)));
@@ -109,6 +110,10 @@ void TfmCadDefMalha::BitBtn1Click()
         return;
     if (m_of.isEmpty()) {
         refuse(u"Abra esta tela a partir da baixa de um rolo. Impossível Continuar."_s);
+        return;
+    }
+    if (!m_loaded) { // what is missing would be taken away from the roll
+        refuse(u"Os defeitos do rolo não foram lidos por inteiro. Abra a tela de novo. Impossível Continuar."_s);
         return;
     }
     save();

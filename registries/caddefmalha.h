@@ -45,6 +45,7 @@ private:
     TClientDataSet *TbDefeitos;
     QString m_of;
     int m_roll = 0;
+    bool m_loaded = false; ///< what is recorded of it
     QHash<QString, double> m_counted; ///< by defect
 };
 

@@ -140,12 +140,13 @@ void TfmCadRaport::EdtCorExit()
     LimpaGrades();
     m_stored = stored(); // before the lines are read: what changes in between is noticed when they are saved
     BuscaDados(now.colour);
-    m_loaded = now;
+    m_loaded = now; // all of it
     m_loadedState = state();
 }
 
 void TfmCadRaport::LimpaGrades()
 {
+    m_loaded = {};
     TbDados->EmptyDataSet();
     TbComposicao->EmptyDataSet();
     for (TCurrencyEdit *field : technicalFields())
@@ -161,7 +162,6 @@ void TfmCadRaport::LimpaTela()
     m_ui->EdtMaterial->clear();
     m_ui->EdtCor->clear();
     m_ui->PqCor->setSQL({});
-    m_loaded = {};
     m_loadedState = state();
 }
 
@@ -258,8 +258,12 @@ void TfmCadRaport::fillComposition(TTIQuery &composition)
 
 bool TfmCadRaport::requirePair()
 {
-    if (pair().isComplete())
+    if (pair().isComplete() && pair() == m_loaded)
         return true;
+    if (pair().isComplete()) {
+        refuse(u"O raport não foi lido por inteiro. Passe de novo pela cor. Impossível Continuar."_s, m_ui->EdtCor);
+        return false;
+    }
     refuse(u"Informe o material e a cor. Impossível Continuar."_s,
         pair().material.isEmpty() ? m_ui->EdtMaterial : m_ui->EdtCor);
     return false;

@@ -104,7 +104,8 @@ private:
     QVector<CombinedComposition::Share> genericShares(const QString &material) const;
     QVector<CombinedComposition::RaportLine> raportLines() const;
     QString listOfColours(const QString &material) const;
-    /// False, with a message, when the header does not say whose rapport it is.
+    /// False, with a message, when the header does not say whose rapport it is, or when that could not be read: what is
+    /// left of it would take its place.
     bool requirePair();
     /// Leaves the field that is being typed in, and the cell. True when the user was in a line that was only begun,
     /// which goes.
@@ -126,7 +127,7 @@ private:
     TClientDataSet *TbComposicao;
     TTIQuery *QryAcesso;
     TClientDataSet *m_lookedUpIn = nullptr; ///< the list in which F4 was pressed
-    Pair m_loaded;
+    Pair m_loaded; ///< none while it is being read
     QVariantList m_loadedState;
     QStringList m_stored; ///< the rapport as the table held it then
     QHash<QString, QColor> m_shades; ///< by colour, as far as they were asked for

@@ -265,6 +265,7 @@ void TfmCadRaport::PqImpCorFechaPesquisa()
         return;
     LimpaGrades();
     BuscaDados(colour);
+    m_loaded = pair();
     const QString name = Busca_Valor(u"CADCOR"_s, u"COR"_s, u"DESCRICAO"_s, Aspas(colour));
     m_ui->gbRaport->setTitle(u"Composição Raport (cópia da cor %1 %2)"_s.arg(colour, name));
 }

@@ -1,5 +1,6 @@
 // SPDX-FileCopyrightText: The qen authors
 // SPDX-License-Identifier: GPL-3.0-or-later
+#include "module/host_services/errors.h"
 #include "tests/support/engines.h"
 #include "tests/support/screenchecks.h"
 #include "tests/support/teststation.h"
@@ -114,6 +115,7 @@ private slots:
     void leavingWithoutConfirmingWritesNothing();
     void withoutTheRightNothingHappens();
     void withoutARollThereIsNothingToSave();
+    void whatCouldNotBeReadIsNotReplaced();
     void nothingRemainsOfASaveThatFails();
     void theInstanceIsGoneWithTheScreen();
 };
@@ -477,6 +479,24 @@ void TestCadDefMalha::withoutARollThereIsNothingToSave()
     station.click(u"BitBtn1"_s);
     QVERIFY(station.form() && station.form()->isVisible());
     QCOMPARE(station.stored(), QStringList());
+}
+
+void TestCadDefMalha::whatCouldNotBeReadIsNotReplaced()
+{
+    DefectStation station;
+    station.record(u"000012"_s, 5, u"001"_s, 7);
+    station.tabela.IBDatabase->setObserver([](const QString &statement) {
+        if (statement.contains(u"DEFEITO.CODIGO"_s))
+            throw EDatabaseError(EDatabaseError::Category::Connection, {}, u"broken"_s, statement);
+    });
+    expectFailure(station.answers, caption, u"A conexão com o banco de dados falhou."_s);
+    station.openRoll(u"000012"_s, 5);
+    station.tabela.IBDatabase->setObserver({});
+    QCOMPARE(station.shown(), QStringList());
+    expectInformation(station.answers, caption,
+        u"Os defeitos do rolo não foram lidos por inteiro. Abra a tela de novo. Impossível Continuar."_s);
+    station.click(u"BitBtn1"_s);
+    QCOMPARE(station.stored(), QStringList{u"000012|5|001|7|000102|2"_s});
 }
 
 void TestCadDefMalha::nothingRemainsOfASaveThatFails()

@@ -3,6 +3,8 @@
 
 #include "tests/registries/raportstation.h"
 
+#include "module/host_services/errors.h"
+
 #include <QLabel>
 #include <QTabWidget>
 #include <QTemporaryDir>
@@ -33,6 +35,8 @@ private slots:
     void aCellThatIsOpenIsSavedToo();
     void nothingRemainsOfASaveThatFails();
     void whatAnotherStationSavedIsReplacedOnlyWhenWanted();
+    void whatCouldNotBeReadIsNotReplaced_data();
+    void whatCouldNotBeReadIsNotReplaced();
     void withoutTheRightNothingIsSaved();
     void withoutFabricOrColourNothingIsSaved();
 
@@ -304,6 +308,42 @@ void TestCadRaport::whatAnotherStationSavedIsReplacedOnlyWhenWanted()
     station.answers.expect(question, QMessageBox::Yes, RaportStation::caption);
     station.click(u"BitBtn1"_s);
     QCOMPARE(station.stored()[1], u"2|FIO30CO|000002|5|FUNDO|2|1.5|Minha"_s);
+    QCOMPARE(station.text(u"EdtMaterial"_s), QString());
+}
+
+void TestCadRaport::whatCouldNotBeReadIsNotReplaced_data()
+{
+    QTest::addColumn<QString>("broken");
+    QTest::newRow("lines") << u"RAPORT.ORDEM DESC"_s;
+    QTest::newRow("composition") << u"COMP_MAT.ORDEM DESC"_s;
+}
+
+void TestCadRaport::whatCouldNotBeReadIsNotReplaced()
+{
+    QFETCH(QString, broken);
+    RaportStation station;
+    station.threeLines();
+    const QStringList before = station.stored();
+    station.openRaport();
+    station.load(u"M0001"_s, u"000002"_s);
+    station.tabela.IBDatabase->setObserver([broken](const QString &statement) {
+        if (statement.contains(broken))
+            throw EDatabaseError(EDatabaseError::Category::Connection, {}, u"broken"_s, statement);
+    });
+    expectFailure(station.answers, RaportStation::caption, u"A conexão com o banco de dados falhou."_s);
+    station.enter(u"EdtCor"_s, u"000001"_s);
+    station.tabela.IBDatabase->setObserver({});
+    expectInformation(station.answers, RaportStation::caption,
+        u"O raport não foi lido por inteiro. Passe de novo pela cor. Impossível Continuar."_s);
+    station.click(u"BitBtn1"_s);
+    QCOMPARE(station.stored(), before);
+    QCOMPARE(station.technicalData(), QStringList(2, u"30|28|1.2|165|20"_s));
+    // Once it is read it is saved as ever.
+    QTRY_COMPARE(station.focus(), u"EdtCor"_s);
+    station.key(Qt::Key_Return);
+    QCOMPARE(station.shown().size(), 3);
+    station.click(u"BitBtn1"_s);
+    QCOMPARE(station.stored(), before);
     QCOMPARE(station.text(u"EdtMaterial"_s), QString());
 }
 
