@@ -182,13 +182,12 @@ void TfmNFTerceiros::DBCodClienteExit()
     }
     describe(m_ui->PqCliente);
     filterMaterials();
-    // What was entered for this client stays when the field is passed again.
-    if (client != m_itemsOf.client) {
-        m_lastLot.reset();
-        BuscaItens();
-    }
     m_ui->PainelItens->setEnabled(true);
-    tbNFT_Iten->Cancel();
+    // What was entered for this client stays when the field is passed again, a lot that is still open too.
+    if (client == m_itemsOf.client)
+        return;
+    m_lastLot.reset();
+    BuscaItens();
     Bar_Itens(false);
     tbNFT_ItenAfterScroll();
 }

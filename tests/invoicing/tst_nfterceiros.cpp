@@ -38,6 +38,7 @@ private slots:
     void oneNumberServesTwoClientsButNotOneTwice();
     void theDuplicateIsToldWhileAlteringToo();
     void passingTheClientAgainKeepsTheLots();
+    void passingTheClientAgainKeepsTheLotThatIsOpen();
     void anotherClientReloadsTheLots();
     void enterMovesThroughTheWholeInvoice();
     void desistingShowsWhatIsSaved();
@@ -325,13 +326,31 @@ void TestNFTerceiros::passingTheClientAgainKeepsTheLots()
     QCOMPARE(lots(screen.database()), QStringList{u"0000124|00001|FIO30CO|L1|50|50|0|0|20|1000"_s});
 }
 
+void TestNFTerceiros::passingTheClientAgainKeepsTheLotThatIsOpen()
+{
+    Screen screen;
+    screen.open();
+    screen.startInvoice();
+    screen.enterLot();
+    screen.station.click(u"BtIIncluir"_s);
+    screen.fillLot(u"FIO30CO"_s, u"L2"_s, u"30"_s, u"20"_s);
+    screen.station.enter(u"DBCodCliente"_s, u"00001"_s);
+    QVERIFY(screen.isLotOpen());
+    QCOMPARE(screen.station.text(u"EdtLote"_s), u"L2"_s);
+    screen.station.click(u"SbConfirmar"_s);
+    QCOMPARE(lots(screen.database()),
+        (QStringList{u"0000123|00001|FIO30CO|L1|50|50|0|0|20|1000"_s, u"0000123|00001|FIO30CO|L2|30|30|0|0|20|600"_s}));
+}
+
 void TestNFTerceiros::anotherClientReloadsTheLots()
 {
     Screen screen;
     screen.open();
     screen.startInvoice();
     screen.enterLot();
+    screen.station.click(u"BtIIncluir"_s);
     screen.station.enter(u"DBCodCliente"_s, u"00002"_s);
+    QVERIFY(!screen.isLotOpen());
     QCOMPARE(screen.shownLots(), QStringList());
     QCOMPARE(screen.station.text(u"EdtCodMaterial"_s), QString());
 }
