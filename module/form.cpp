@@ -36,6 +36,13 @@ const QStringList &eventNames()
     return names;
 }
 
+/// Ctrl+1 to Ctrl+9, by which a list is sorted; elsewhere the main window opens screens by them.
+bool sortsList(const QObject *watched, const QKeyEvent &key)
+{
+    return qobject_cast<const TDBGrid *>(watched) && (key.modifiers() & ~Qt::KeypadModifier) == Qt::ControlModifier
+        && key.key() >= Qt::Key_1 && key.key() <= Qt::Key_9;
+}
+
 /// The event a method is named after, empty for a method of another kind.
 QString eventOf(const QString &method)
 {
@@ -343,6 +350,12 @@ bool TForm::eventFilter(QObject *watched, QEvent *event)
             tabs->setFocus(Qt::ShortcutFocusReason);
             if (focusWidget() != tabs)
                 return true;
+        }
+        break;
+    case QEvent::ShortcutOverride:
+        if (sortsList(watched, *static_cast<QKeyEvent *>(event))) {
+            event->accept();
+            return true;
         }
         break;
     case QEvent::KeyPress:

@@ -4,9 +4,11 @@
 #include "host/application.h"
 #include "host/mainwindow.h"
 #include "host/qenhost.h"
+#include "module/controls/dbgrid.h"
 #include "module/form.h"
 #include "module/host_services/busy.h"
 #include "module/host_services/classregistry.h"
+#include "module/host_services/clientdataset.h"
 #include "module/host_services/comport.h"
 #include "module/host_services/tabelas.h"
 #include "module/host_services/table.h"
@@ -29,7 +31,7 @@
 
 using namespace Qt::StringLiterals;
 
-/// A screen with two fields, that may refuse to close.
+/// A screen with two fields and a list of lots, that may refuse to close.
 class TestForm : public TForm
 {
     Q_OBJECT
@@ -44,8 +46,19 @@ public:
             field->setObjectName(name);
             layout->addWidget(field);
         }
+        lots->CreateDataSet({{u"LOTE"_s, TField::Type::Text, 5}, {u"QTDE"_s, TField::Type::Float}});
+        for (const auto &[lot, kg] : {std::pair(u"A"_s, 20.0), {u"B"_s, 10.0}}) {
+            lots->Append();
+            lots->setValue(u"LOTE"_s, lot);
+            lots->setValue(u"QTDE"_s, kg);
+            lots->Post();
+        }
+        grid->setDataSet(lots);
+        layout->addWidget(grid);
     }
     bool closes = true;
+    TClientDataSet *const lots = new TClientDataSet(this);
+    TDBGrid *const grid = new TDBGrid;
 
 protected:
     void FormCreate() override { AbreTabelas({u"tbMateriais"_s}); }
@@ -71,6 +84,7 @@ private slots:
     void severalScreensAreOpenTogetherOneTabEach();
     void aScreenThatIsOpenComesToTheFront();
     void theKeysOpenAndChangeAndCloseScreens();
+    void inAListTheNumbersSortAndOpenNoScreen();
     void aFieldKeepsItsFocusWhileAnotherScreenIsInFront();
     void aScreenThatClosesItselfTakesItsTabAlong();
     void withoutScreensTheStartPageOffersTheMainOnes();
@@ -295,6 +309,25 @@ void TstMainWindow::theKeysOpenAndChangeAndCloseScreens()
     QCOMPARE(screens()->count(), 1);
     QTest::keyClick(QApplication::focusWidget(), Qt::Key_W, Qt::ControlModifier);
     QVERIFY(isShown(u"startPage"_s));
+}
+
+void TstMainWindow::inAListTheNumbersSortAndOpenNoScreen()
+{
+    show();
+    trigger(u"TfmMalhaOF"_s);
+    TDBGrid *grid = form(0)->grid;
+    grid->setFocus();
+    const auto firstLot = [grid] { return grid->model()->index(0, 0).data().toString(); };
+    QCOMPARE(firstLot(), u"A"_s);
+    QTest::keyClick(grid, Qt::Key_2, Qt::ControlModifier);
+    QCOMPARE(firstLot(), u"B"_s);
+    QTest::keyClick(grid, Qt::Key_1, Qt::ControlModifier);
+    QCOMPARE(firstLot(), u"A"_s);
+    QTest::keyClick(grid, Qt::Key_3, Qt::ControlModifier);
+    QCOMPARE(screens()->count(), 1);
+    form(0)->findChild<QLineEdit *>(u"edtUm"_s)->setFocus();
+    QTest::keyClick(QApplication::focusWidget(), Qt::Key_3, Qt::ControlModifier);
+    QCOMPARE(screens()->count(), 2);
 }
 
 void TstMainWindow::aFieldKeepsItsFocusWhileAnotherScreenIsInFront()
