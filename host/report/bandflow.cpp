@@ -94,10 +94,10 @@ void BandFlow::endBlock()
     handle({Entry::Kind::EndBlock});
 }
 
-void BandFlow::pushRepeated(const Layout::Band &header)
+void BandFlow::pushRepeated(const Layout::Band &header, const ExpressionScope &scope)
 {
     const bool wasPrinted = m_lastPrinted.band == &header;
-    handle({Entry::Kind::PushRepeated, &header, wasPrinted ? m_lastPrinted.content : nullptr});
+    handle({Entry::Kind::PushRepeated, &header, wasPrinted ? m_lastPrinted.content : nullptr, false, &scope});
 }
 
 void BandFlow::popRepeated()
@@ -267,10 +267,10 @@ void BandFlow::printRepeatedHeaders()
 {
     for (const Entry &entry : m_repeated) {
         const auto &condition = entry.band->condition;
-        if (condition && !ExpressionFunctions::isTrue(condition->evaluate(m_walker.pageScope())))
+        if (condition && !ExpressionFunctions::isTrue(condition->evaluate(*entry.scope)))
             continue;
         // As it was printed: its rows may be past by now.
-        const Content content = entry.content ? entry.content : compose(*entry.band, m_walker.pageScope());
+        const Content content = entry.content ? entry.content : compose(*entry.band, *entry.scope);
         put(*content, m_top);
         m_top += content->height;
     }

@@ -65,12 +65,13 @@ private:
         const Layout::Band *band = nullptr;
         Content content = {};
         bool keepsTogether = false;
+        const ExpressionScope *scope = nullptr; ///< of a repeated header
     };
 
     void print(const Layout::Band &band, const ExpressionScope &scope) override;
     void beginBlock(bool keepTogether) override;
     void endBlock() override;
-    void pushRepeated(const Layout::Band &header) override;
+    void pushRepeated(const Layout::Band &header, const ExpressionScope &scope) override;
     void popRepeated() override;
     void newPage() override;
 

@@ -17,14 +17,14 @@ constexpr double smallest = 0.2;
 constexpr double largest = 5;
 constexpr double step = 1.2; ///< of one turn of the wheel
 constexpr double millimetresPerInch = 25.4;
-constexpr int imagesKept = 8; ///< pages: those in sight, and some beside them
+constexpr int imagesInMemory = 400; ///< megabytes: pages in sight and some beside them, also when they are large
 const QColor foundColour(255, 210, 0, 110);
 
 } // namespace
 
 PageView::PageView(QWidget *parent)
     : QAbstractScrollArea(parent)
-    , m_images(imagesKept)
+    , m_images(imagesInMemory)
 {
     viewport()->setBackgroundRole(QPalette::Dark);
     viewport()->setAutoFillBackground(true);
@@ -74,7 +74,7 @@ QImage PageView::image(int page) const
         m_pages->page(page), m_pages->paper(), m_pages->count(), m_zoom * logicalDpiX() * devicePixelRatioF()));
     made->setDevicePixelRatio(devicePixelRatioF());
     const QImage result = *made;
-    m_images.insert(page, made);
+    m_images.insert(page, made, 1 + int(made->sizeInBytes() / (1024 * 1024)));
     return result;
 }
 

@@ -167,7 +167,7 @@ void Walker::Private::open(BandSink &sink, RowFrame &frame, int firstRow)
     aggregates.clear(rows.footer);
     print(sink, rows.header, frame);
     if (rows.header && rows.header->repeats)
-        sink.pushRepeated(*rows.header);
+        sink.pushRepeated(*rows.header, frame);
 }
 
 void Walker::Private::close(BandSink &sink, RowFrame &frame)
@@ -229,7 +229,7 @@ void Walker::Private::openGroups(BandSink &sink, const RowFrame &frame, size_t f
         sink.beginBlock(groups[i].keepsTogether);
         print(sink, groups[i].header, frame);
         if (groups[i].header && groups[i].header->repeats)
-            sink.pushRepeated(*groups[i].header);
+            sink.pushRepeated(*groups[i].header, frame);
     }
 }
 

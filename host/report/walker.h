@@ -25,8 +25,9 @@ public:
     /// The rows that follow until endBlock belong together; they are nested like the groups.
     virtual void beginBlock(bool keepTogether) = 0;
     virtual void endBlock() = 0;
-    /// The header, just printed, comes again at the top of each page until it is dropped.
-    virtual void pushRepeated(const Layout::Band &header) = 0;
+    /// The header, just printed, comes again at the top of each page until it is dropped; the scope is that of its
+    /// rows.
+    virtual void pushRepeated(const Layout::Band &header, const ExpressionScope &scope) = 0;
     virtual void popRepeated() = 0;
     /// What follows begins a page. Nothing happens while the page holds nothing but its header. The row before is still
     /// the current one: the page's footer belongs to it, the next page's header to the row that follows.

@@ -69,6 +69,7 @@ private slots:
     void aGroupWithinOneThatFlowsIsKeptTogether();
     void aHeaderIsNeverTheLastOnItsPage();
     void aRepeatedHeaderComesAgainUntilItsGroupEnds();
+    void aRepeatedHeaderReadsItsOwnRows();
     void eachGroupBeginsAPage();
     void aPageBreakAfterTheLastBandAddsNoPage();
     void labelsStandFromLeftToRightAndThenDown();
@@ -191,6 +192,21 @@ void TestPaginator::aRepeatedHeaderComesAgainUntilItsGroupEnds()
     QCOMPARE(report.texts(2).first(), u"Cliente B"_s);
     QVERIFY(!report.texts(2).contains(u"Cliente A"_s));
     QCOMPARE(report.item(1, u"8"_s).place.top(), 20.0);
+}
+
+void TestPaginator::aRepeatedHeaderReadsItsOwnRows()
+{
+    // The rows of another data set than the first, which has no such field.
+    const QString second = u"<rows data=\"qryFios\"><header height=\"10\" repeat=\"yes\" if=\"EMPTY(LOTE) = 0\">"
+                           "<text h=\"5\">Lotes</text></header>"
+                           "<detail height=\"10\"><text h=\"5\">{LOTE}</text></detail></rows>"_s;
+    Orders report(layout(rows(detail) + second), {1});
+    TClientDataSet &yarns = report.addDataSet(u"qryFios"_s, {{u"LOTE"_s, TField::Type::Text, 10}});
+    for (int lot = 1; lot <= 9; ++lot)
+        TestReport::addRow(yarns, {{u"LOTE"_s, u"L%1"_s.arg(lot)}});
+    QCOMPARE(report.layOut(), 2);
+    QCOMPARE(report.texts(0).last(), u"L6"_s);
+    QCOMPARE(report.texts(1), (QStringList{u"Lotes"_s, u"L7"_s, u"L8"_s, u"L9"_s}));
 }
 
 void TestPaginator::eachGroupBeginsAPage()

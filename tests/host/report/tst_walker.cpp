@@ -32,7 +32,7 @@ public:
     }
     void beginBlock(bool keepTogether) override { events.append(keepTogether ? u"(("_s : u"("_s); }
     void endBlock() override { events.append(u")"_s); }
-    void pushRepeated(const Layout::Band &) override { events.append(u"repeat"_s); }
+    void pushRepeated(const Layout::Band &, const ExpressionScope &) override { events.append(u"repeat"_s); }
     void popRepeated() override { events.append(u"drop"_s); }
     void newPage() override
     {
