@@ -149,8 +149,10 @@ void StationDesk::deliver(Report &report, const ReportCall &call)
         preview(report, call.form);
         return;
     }
-    if (layOut(report, call.form))
-        emit printed(print(report, printerOf(report)));
+    if (!layOut(report, call.form))
+        return;
+    const bool hasPages = report.pages().count() > 0; // a sheet of labels without rows has none
+    emit printed(hasPages ? print(report, printerOf(report)) : u"%1: nada a imprimir"_s.arg(report.title()));
 }
 
 void StationDesk::preview(Report &report, QWidget *parent)

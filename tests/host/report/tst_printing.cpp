@@ -28,6 +28,11 @@ const QByteArray graphic = R"(<layout title="Etiqueta">
   <rows data="qryRolo"><detail new-page-after="yes"><text>Rolo {NUM_BAIXA}</text></detail></rows>
 </layout>)";
 
+const QByteArray sheet = R"(<layout title="Etiquetas">
+  <labels columns="3" width="60" height="30"/>
+  <rows data="qryRolo"><detail><text>Rolo {NUM_BAIXA}</text></detail></rows>
+</layout>)";
+
 const QByteArray characters = R"(<layout title="Etiqueta">
   <characters lines="6" columns="40" encoding="CP850"/>
   <rows data="qryRolo"><detail><line condensed="yes">Rolo nº {NUM_BAIXA}</line></detail></rows>
@@ -47,6 +52,7 @@ private slots:
     void pagesGoToAPrinter();
     void aRangeOfPagesIsPrintedAlone();
     void thePrinterPdfWritesFiles();
+    void labelsOfNoRowsPrintNothing();
     void aTextGoesToItsDevice();
     void aPrinterHasItsOwnCodes();
     void aStationWithoutAPrinterSaysSo();
@@ -69,7 +75,8 @@ void TestPrinting::initTestCase()
 {
     qputenv("CUPS_SERVER", m_folder.filePath(u"no-service"_s).toLocal8Bit());
     qputenv("XDG_DATA_HOME", m_folder.filePath(u"data"_s).toLocal8Bit());
-    const std::pair<QString, QByteArray> layouts[]{{u"WEtqTeste"_s, graphic}, {u"TEtqTeste"_s, characters}};
+    const std::pair<QString, QByteArray> layouts[]{
+        {u"WEtqTeste"_s, graphic}, {u"TEtqTeste"_s, characters}, {u"WFolha"_s, sheet}};
     for (const auto &[name, xml] : layouts) {
         QFile file(m_folder.filePath(name + u".xml"_s));
         QVERIFY(file.open(QIODevice::WriteOnly));
@@ -151,6 +158,24 @@ void TestPrinting::thePrinterPdfWritesFiles()
     QCOMPARE(files.size(), 2);
     QVERIFY(printed[0][0].toString().contains(files.last().chopped(4)));
     QVERIFY(textOf(Paths::printsFolder() + u'/' + files[0], 3).contains(u"Rolo 002"_s));
+}
+
+void TestPrinting::labelsOfNoRowsPrintNothing()
+{
+    TClientDataSet none;
+    none.CreateDataSet({TField(u"NUM_BAIXA"_s, TField::Type::Text)});
+    ReportCall call;
+    call.name = u"WFolha"_s;
+    call.preview = false;
+    call.dataSets = {{u"qryRolo"_s, &none}};
+    Report sheet(m_folder.filePath(u"WFolha.xml"_s), call, ReportContext{});
+    StationDesk desk(*m_settings);
+    desk.setFallbackPrinter(StationDesk::filePrinter);
+    QSignalSpy printed(&desk, &StationDesk::printed);
+    desk.deliver(sheet, call);
+    QCOMPARE(printed.size(), 1);
+    QCOMPARE(printed[0][0].toString(), u"Etiquetas: nada a imprimir"_s);
+    QVERIFY(QDir(Paths::printsFolder()).entryList({u"WFolha*"_s}).isEmpty());
 }
 
 void TestPrinting::aTextGoesToItsDevice()
