@@ -134,7 +134,7 @@ void RollRegister::moveDefects(const QString &of, const QString &from, const QSt
 void RollRegister::closeAtProduced(const QString &of)
 {
     const OrderBalance now = balance(of);
-    m_database.run(u"UPDATE "_s + DBLocal(u"OF_MALHA"_s) + u" SET KG_TOTAL = KG_TOTAL + "_s
+    m_database.run(u"UPDATE "_s + DBLocal(u"OF_MALHA"_s) + u" SET KG_TOTAL = COALESCE(KG_TOTAL, 0) + "_s
         + PermanecePonto(-now.open()) + u" WHERE NUM_OF = "_s + Aspas(of));
 }
 
@@ -165,7 +165,7 @@ void RollRegister::addToStock(const QString &of, double kg)
     const QString fabric = Busca_Valor(u"OF_MALHA"_s, u"NUM_OF"_s, u"MATERIAL"_s, Aspas(of));
     const QString stock = DBLocal(u"PA_MALHA"_s);
     if (Existe(u"PA_MALHA"_s, u"NUM_OF,CODIGO"_s, Aspas(of) + u',' + Aspas(fabric))) {
-        m_database.run(u"UPDATE "_s + stock + u" SET QTDE_TOTAL = QTDE_TOTAL + "_s + PermanecePonto(kg)
+        m_database.run(u"UPDATE "_s + stock + u" SET QTDE_TOTAL = COALESCE(QTDE_TOTAL, 0) + "_s + PermanecePonto(kg)
             + u" WHERE CODIGO = "_s + Aspas(fabric) + u" AND NUM_OF = "_s + Aspas(of));
     } else {
         m_database.run(u"INSERT INTO "_s + stock + u" (QTDE_TOTAL, FATURADO, NUM_OF, CODIGO) VALUES ("_s
@@ -178,6 +178,6 @@ void RollRegister::takeFromStock(const QString &of, double kg)
     if (BuscaParametro(u"MAL"_s, 10) != u"S"_s)
         return;
     const QString fabric = Busca_Valor(u"OF_MALHA"_s, u"NUM_OF"_s, u"MATERIAL"_s, Aspas(of));
-    m_database.run(u"UPDATE "_s + DBLocal(u"PA_MALHA"_s) + u" SET QTDE_TOTAL = QTDE_TOTAL - "_s + PermanecePonto(kg)
-        + u" WHERE CODIGO = "_s + Aspas(fabric) + u" AND NUM_OF = "_s + Aspas(of));
+    m_database.run(u"UPDATE "_s + DBLocal(u"PA_MALHA"_s) + u" SET QTDE_TOTAL = COALESCE(QTDE_TOTAL, 0) - "_s
+        + PermanecePonto(kg) + u" WHERE CODIGO = "_s + Aspas(fabric) + u" AND NUM_OF = "_s + Aspas(of));
 }

@@ -29,6 +29,7 @@ private slots:
     void adjustingAsksFirstAndNeedsTheSupervisor();
     void adjustingWithoutAnOrderHasNothingToDo();
     void adjustingStandsWithoutItsLogLine();
+    void emptyFiguresCountAsNothing();
     void theLabelCarriesOrderCompositionAndLots();
     void theLabelIsPrintedAfterEachRollWhenTheMillWantsIt();
     void theDefectsOfTheMarkedRollAreOpened();
@@ -226,6 +227,29 @@ void tst_writeoffactions::adjustingStandsWithoutItsLogLine()
     QVERIFY(answers.allCame());
     QCOMPARE(station.value(u"SELECT KG_TOTAL FROM {OF_MALHA}"_s).toDouble(), 20.0);
     QCOMPARE(station.text(u"EdtSaldo"_s), u"0,00"_s);
+}
+
+// As other programs may leave them: a roll that is added to nothing must not vanish in it.
+void tst_writeoffactions::emptyFiguresCountAsNothing()
+{
+    WriteOffStation station(Engines::current());
+    station.database.run(
+        u"INSERT INTO {PA_MALHA} (CODIGO, NUM_OF, QTDE_TOTAL, FATURADO) VALUES ('M0001', '000012', NULL, 0)"_s);
+    station.prepareRoll(u"20"_s);
+    station.confirmRoll(u"20,00"_s);
+    QCOMPARE(station.stock(), QStringList{u"M0001|000012|20|0"_s});
+    station.database.run(u"UPDATE {PA_MALHA} SET QTDE_TOTAL = NULL"_s);
+    station.addRoll(u"000012"_s, u"002"_s, 10);
+    station.enter(u"edtOF"_s, u"000012"_s);
+    MessageAnswers answers;
+    answers.expect(u"Deseja eliminar este Registro?"_s, QMessageBox::Yes);
+    station.click(u"BtExcluir"_s); // 002
+    QCOMPARE(station.stock(), QStringList{u"M0001|000012|-10|0"_s});
+    station.database.run(u"UPDATE {OF_MALHA} SET KG_TOTAL = NULL"_s);
+    answers.expect(u"Deseja alterar o peso da OF para zerar o saldo restante?"_s, QMessageBox::Yes);
+    answers.expect(u"Acerto do peso da OF efetuado."_s);
+    station.click(u"BitBtn2"_s);
+    QCOMPARE(station.value(u"SELECT KG_TOTAL FROM {OF_MALHA}"_s).toDouble(), 20.0);
 }
 
 void tst_writeoffactions::theLabelCarriesOrderCompositionAndLots()
