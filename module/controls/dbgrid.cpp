@@ -100,6 +100,7 @@ TDBGrid::TDBGrid(QWidget *parent)
     connect(horizontalHeader(), &QHeaderView::sectionClicked, this,
         [this](int column) { GridActions::run(*this, [&] { chooseTitle(column); }); });
     connect(m_model, &QAbstractItemModel::modelReset, this, &TDBGrid::showSorting);
+    connect(m_model, &QAbstractItemModel::modelReset, this, [this] { m_filled = false; });
     connect(m_model, &QAbstractItemModel::layoutChanged, this, &TDBGrid::showSorting);
     connect(this, &QTableView::doubleClicked, this, [this](const QModelIndex &index) {
         if (!(m_model->flags(index) & Qt::ItemIsEditable))
@@ -116,7 +117,6 @@ void TDBGrid::setDataSet(TDataSet *dataSet)
         return;
     connect(dataSet, &TDataSet::AfterScroll, this, &TDBGrid::followDataSet);
     connect(dataSet, &TDataSet::wasReset, this, &TDBGrid::followDataSet);
-    connect(dataSet, &TDataSet::wasReset, this, [this] { m_filled = false; });
     followDataSet();
 }
 

@@ -63,7 +63,8 @@ void GridColumns::columnsFound()
     m_fields = shownFields();
     inOwnOrder();
     m_chosen = applyKept();
-    fit();
+    if (m_grid->rows()->rowCount() == 0) // else when the rows are laid out
+        fit();
 }
 
 void GridColumns::inOwnOrder()
