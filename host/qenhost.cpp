@@ -188,8 +188,7 @@ void QenHost::runReport(const ReportCall &call)
 
 QString QenHost::printerOf(const QString &layout) const
 {
-    const QString own = m_settings.value(u"Impressoras/"_s + layout).toString();
-    return own.isEmpty() ? m_settings.value(u"Impressoras/padrao"_s).toString() : own;
+    return StationDesk::printerInSettings(m_settings, layout);
 }
 
 QString QenHost::findFile(const QString &code, const QString &folder, TTipo)

@@ -133,14 +133,16 @@ StationDesk::StationDesk(QSettings &settings)
 {
 }
 
+QString StationDesk::printerInSettings(const QSettings &settings, const QString &layout)
+{
+    const QString own = settings.value(u"Impressoras/"_s + layout).toString().trimmed();
+    return own.isEmpty() ? settings.value(u"Impressoras/padrao"_s).toString().trimmed() : own;
+}
+
 QString StationDesk::printerOf(const Report &report) const
 {
-    for (const QString &key : {report.name(), u"padrao"_s}) {
-        const QString printer = m_settings.value(u"Impressoras/"_s + key).toString().trimmed();
-        if (!printer.isEmpty())
-            return printer;
-    }
-    return m_fallback;
+    const QString set = printerInSettings(m_settings, report.name());
+    return set.isEmpty() ? m_fallback : set;
 }
 
 void StationDesk::deliver(Report &report, const ReportCall &call)

@@ -37,6 +37,9 @@ public:
     /// For a station that has no printer set.
     void setFallbackPrinter(const QString &printer) { m_fallback = printer; }
 
+    /// What the settings name for a layout; empty when they name none.
+    static QString printerInSettings(const QSettings &settings, const QString &layout);
+
     void deliver(Report &report, const ReportCall &call) override;
 
 signals:

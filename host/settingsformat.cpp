@@ -26,6 +26,7 @@ constexpr QStringView explanation = uR"(# Configuração do qen nesta estação.
 # imagens=           imagens dos materiais, <código>.png, .jpg, .jpeg, .bmp ou .svg; vazia: a pasta "imagens" dos dados
 # leiautes=          leiautes próprios de relatórios e etiquetas; vazia: a pasta "leiautes" dos dados
 # planilhas=         a pasta em que uma lista foi exportada por último; o programa a grava aqui
+# relatorios=        a pasta em que um relatório foi gravado por último; o programa a grava aqui
 #
 # [Grades]           Ordem e larguras das colunas das listas; o programa grava aqui o que foi arrastado.
 #
