@@ -37,6 +37,7 @@ private slots:
     void aColumnSelectedTwiceIsTheFirst();
     void nullIsNull();
     void kilogramsAddUpExactly();
+    void figuresComeAsTheyAreKept();
     void titlesAndMasksAreKept();
     void openingAgainReadsAnew();
     void anotherSelectHasItsOwnFields();
@@ -270,6 +271,19 @@ void TestQuery::kilogramsAddUpExactly()
     QCOMPARE(m_query->AsString(u"KG"_s), u"99.99"_s);
     open(u"SELECT COUNT(*) AS N FROM OF_MALHA_BAIXAS_001 HAVING SUM(QTDE) = 99.99"_s);
     QCOMPARE(m_query->AsInteger(u"N"_s), 30);
+}
+
+void TestQuery::figuresComeAsTheyAreKept()
+{
+    const QVector<QPair<QString, double>> figures = {{u"CAST(99.99 AS NUMERIC(15,3))"_s, 99.99},
+        {u"CAST(-0.001 AS NUMERIC(15,3))"_s, -0.001}, {u"CAST(123456789012.345 AS NUMERIC(15,3))"_s, 123456789012.345},
+        {u"CAST(0.123456 AS NUMERIC(15,6))"_s, 0.123456}, {u"CAST(0.1 AS DOUBLE PRECISION)"_s, 0.1},
+        {u"CAST(1E-7 AS DOUBLE PRECISION)"_s, 1e-7}, {u"CAST(0 AS NUMERIC(15,3))"_s, 0}};
+    insertRolls(1);
+    for (const auto &[written, value] : figures) {
+        open(u"SELECT "_s + written + u" AS N FROM OF_MALHA_BAIXAS_001"_s);
+        QVERIFY2(m_query->AsFloat(u"N"_s) == value, qPrintable(written));
+    }
 }
 
 void TestQuery::titlesAndMasksAreKept()
