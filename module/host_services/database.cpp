@@ -128,9 +128,12 @@ void TTIDatabase::CommitRetaining()
         return;
     QSqlDatabase database = connection();
     if (!database.commit()) {
-        const QSqlError error = database.lastError();
+        const EDatabaseError error = failure(database.lastError(), u"COMMIT"_s);
         Rollback();
-        throw failure(error, u"COMMIT"_s);
+        if (error.category() == EDatabaseError::Category::Connection) // it may have arrived all the same
+            throw EQen(u"A conexão com o banco de dados caiu ao gravar. Confira o que foi gravado antes de repetir."_s,
+                error.details());
+        throw error;
     }
     m_inTransaction = false;
     tell(u"COMMIT"_s);

@@ -59,6 +59,7 @@ private slots:
     void aRowThatCannotBeFetchedIsNoEnd();
     void aMissingDatabaseIsAConnectionError();
     void aLostConnectionFailsOnceAndIsMadeAnew();
+    void aCommitThatIsCutOffAsksToLookFirst();
     void aConnectionMadeAnewForASaveReadsDatesAsBefore();
     void anErrorTellsTheEnginesWordsAndTheStatement();
 
@@ -349,14 +350,33 @@ void TestDatabaseConnection::aLostConnectionFailsOnceAndIsMadeAnew()
     QCOMPARE(seen(), 1);
 }
 
+void TestDatabaseConnection::aCommitThatIsCutOffAsksToLookFirst()
+{
+    QString sentence;
+    {
+        Save save(*m_station);
+        insert(u"00001"_s);
+        loseConnection();
+        try {
+            save.CommitRetaining();
+        } catch (const EQen &error) {
+            sentence = error.sentence();
+        }
+    }
+    QCOMPARE(sentence, u"A conexão com o banco de dados caiu ao gravar. Confira o que foi gravado antes de repetir."_s);
+    QCOMPARE(seen(), 0);
+    insert(u"00001"_s); // and the station goes on
+    QCOMPARE(seen(), 1);
+}
+
 /// A save that is rolled back takes nothing of the new connection along, on a server that would write the day first.
 void TestDatabaseConnection::aConnectionMadeAnewForASaveReadsDatesAsBefore()
 {
     if (Engines::current() == u"postgres"_s)
         m_data->run(u"ALTER DATABASE %1 SET datestyle = 'ISO, DMY'"_s.arg(m_data->settings().database));
     loseConnection();
-    QCOMPARE(errorOf([&] { m_station->value(u"SELECT COUNT(*) FROM ENTIDADE_001"_s); })->category(),
-        Category::Connection);
+    QCOMPARE(
+        errorOf([&] { m_station->value(u"SELECT COUNT(*) FROM ENTIDADE_001"_s); })->category(), Category::Connection);
     {
         Save save(*m_station);
         insert(u"00001"_s);
