@@ -33,7 +33,7 @@ TField money(const QString &name)
     return TField(name, TField::Type::Float).shownAs(u",0.00"_s);
 }
 
-/// The columns of the query, then what came in with a lot, once per lot.
+/// The columns of the query, the company last, then what came in with a lot, once per lot.
 QVector<TField> reportFields()
 {
     using enum TField::Type;
@@ -43,7 +43,8 @@ QVector<TField> reportFields()
         TField(u"UNITARIO"_s, Float).shownAs(u",0.00##"_s), money(u"VALOR"_s), {u"FATURA"_s, Text, 7},
         {u"IMPRESSO"_s, Text, 1}, {u"DT_EMISSAO"_s, Date}, {u"ORDEM"_s, Integer}, money(u"QTDE"_s),
         money(u"VALOR_NF"_s), TField(u"ESTOQUE_ORIGINAL"_s, Float).shownAs(u",0.000"_s), {u"DEVOLVIDA"_s, Text, 1},
-        {u"PRIMEIRA"_s, Text, 1}, TField(u"ENTRADA"_s, Float).shownAs(u",0.000"_s), money(u"VALOR_ENTRADA"_s)};
+        {u"EMPRESA"_s, Integer}, {u"PRIMEIRA"_s, Text, 1}, TField(u"ENTRADA"_s, Float).shownAs(u",0.000"_s),
+        money(u"VALOR_ENTRADA"_s)};
 }
 
 } // namespace
@@ -96,7 +97,8 @@ QString TfmRelDocto::Gera_SQL() const
                NOTAITEN.DATA_MVTO AS DT_EMISSAO, NOTAITEN.ORDEM, CAST(NOTAITEN.QTDE AS NUMERIC(9,2)) AS QTDE,
                NOTAITEN.VALOR AS VALOR_NF, NFT_ITEN.ESTOQUE_ORIGINAL,
                COALESCE((SELECT DISTINCT 'S' FROM {NOTA} NOTA
-                         WHERE NOTA.NOTA_DEV = NOTAITEN.FATURA AND NOTA.IMPRESSO <> 'C'), 'N') AS DEVOLVIDA
+                         WHERE NOTA.NOTA_DEV = NOTAITEN.FATURA AND NOTA.IMPRESSO <> 'C'), 'N') AS DEVOLVIDA,
+               {EMPRESA} AS EMPRESA
         FROM {NFTERCEIROS} NFTERCEIROS
         INNER JOIN {NFT_ITEN} NFT_ITEN ON (NFTERCEIROS.DOCTO = NFT_ITEN.DOCTO AND NFT_ITEN.CODCLI = NFTERCEIROS.CODCLI)
         INNER JOIN {ENTIDADE} CLIENTE ON (NFTERCEIROS.CODCLI = CLIENTE.CODCLI)
@@ -139,17 +141,13 @@ void TfmRelDocto::BuscaDados()
 
 void TfmRelDocto::tbRelatorioBeforePost()
 {
-    // By all that tells lots apart: those of two companies may bear the same names.
-    static const QStringList lotFields{u"DOCTO"_s, u"CODCLI"_s, u"NOME"_s, u"DATA"_s, u"CODIGO"_s, u"LOTE"_s,
-        u"QTDE_ENTRADA"_s, u"ESTOQUE_ORIGINAL"_s, u"VALOR"_s, u"MARCA"_s, u"OBS"_s};
     QStringList lot;
-    for (const QString &field : lotFields)
+    for (const QString &field : {u"EMPRESA"_s, u"DOCTO"_s, u"CODCLI"_s, u"CODIGO"_s, u"LOTE"_s})
         lot.append(tbRelatorio->AsString(field));
-    const bool isFirst = !m_lots.contains(lot.join(u'\n'));
-    m_lots.insert(lot.join(u'\n'));
-    // A lot without outputs has one row, so another one like it is another company's.
-    if (!isFirst && !tbRelatorio->IsNull(u"FATURA"_s))
+    const QString key = lot.join(u'\n');
+    if (m_lots.contains(key))
         return;
+    m_lots.insert(key);
     tbRelatorio->setValue(u"PRIMEIRA"_s, u"S"_s);
     tbRelatorio->setValue(u"ENTRADA"_s, tbRelatorio->value(u"QTDE_ENTRADA"_s));
     tbRelatorio->setValue(u"VALOR_ENTRADA"_s, tbRelatorio->value(u"VALOR"_s));

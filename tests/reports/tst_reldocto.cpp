@@ -297,6 +297,12 @@ void TestRelDocto::equalLotsOfTwoCompaniesBothCount()
     station.openReport();
     station.click(u"ckTodasEmpresas"_s);
     QCOMPARE(station.consult(u"ENTRADA"_s), (QStringList{u"50,000"_s, u"50,000"_s}));
+    // Out of the first company's lot goods went, out of the other one's nothing.
+    station.send({.number = u"S000001"_s}, {{.kg = 10}});
+    station.send({.number = u"S000002"_s}, {{.kg = 20}});
+    station.click(u"BtnExecutaSQL"_s);
+    QCOMPARE(
+        shown(station, {u"ENTRADA"_s, u"FATURA"_s}), (QStringList{u"50,000|"_s, u"50,000|S000001"_s, u"|S000002"_s}));
 }
 
 void TestRelDocto::wrongCodesGetTheirMessageAndTheirSearch()
