@@ -26,7 +26,11 @@ TPesquisa::TPesquisa(QWidget *parent)
 void TPesquisa::showEvent(QShowEvent *event)
 {
     QToolButton::showEvent(event);
-    if (auto *field = window()->findChild<QWidget *>(m_fieldName); field && !m_fieldName.isEmpty())
+    // The nearest one: other screens in the window may have a field of that name too.
+    QWidget *field = nullptr;
+    for (QWidget *around = parentWidget(); around && !field && !m_fieldName.isEmpty(); around = around->parentWidget())
+        field = around->findChild<QWidget *>(m_fieldName);
+    if (field)
         field->installEventFilter(this); // installing it again changes nothing
 }
 

@@ -18,6 +18,7 @@
 #include <QLineEdit>
 #include <QPushButton>
 #include <QSignalSpy>
+#include <QTabWidget>
 #include <QTableView>
 #include <QTest>
 #include <QVBoxLayout>
@@ -49,6 +50,7 @@ private slots:
     void hostileTextFindsNothing();
 
     void f4OpensTheSearchOfTheField();
+    void screensInOneWindowHaveTheirOwnSearches();
     void noSearchOfAReadOnlyFieldOrADisabledButton();
     void theSearchHasItsTitleFilterAndColumns();
     void aFailingSearchIsReportedAndEnds();
@@ -297,6 +299,35 @@ void TestSearchDialog::f4OpensTheSearchOfTheField()
     QVERIFY(answers.allCame());
     QCOMPARE(m_search->RetornoPesquisa(u"CODCLI"_s), u"00001"_s);
     QVERIFY(m_code->hasFocus() || m_form->focusWidget() == m_code);
+}
+
+/// Two screens stand in the main window, and both have a field of that name.
+void TestSearchDialog::screensInOneWindowHaveTheirOwnSearches()
+{
+    QTabWidget window;
+    QLineEdit *fields[2];
+    for (int screen = 0; screen < 2; ++screen) {
+        auto *form = new QWidget;
+        auto *panel = new QWidget(form); // the search does not always stand right beside its field
+        auto *search = new TPesquisa(panel);
+        search->setTabela(u"ENTIDADE"_s);
+        search->setColunas(u"CODCLI=Código;NOME=Nome"_s);
+        search->setTitulo(u"Clientes %1"_s.arg(screen));
+        search->setCampo(u"edtCliente"_s);
+        fields[screen] = new QLineEdit(form);
+        fields[screen]->setObjectName(u"edtCliente"_s);
+        window.addTab(form, search->title());
+    }
+    window.show();
+    window.setCurrentIndex(1);
+    MessageAnswers answers;
+    for (const int screen : {1, 0}) {
+        window.setCurrentIndex(screen);
+        answers.expectWindow([](QWidget *dialog) { QTest::keyClick(textOf(dialog), Qt::Key_Escape); },
+            u"Clientes %1"_s.arg(screen));
+        QTest::keyClick(fields[screen], Qt::Key_F4);
+        QVERIFY(answers.allCame());
+    }
 }
 
 void TestSearchDialog::noSearchOfAReadOnlyFieldOrADisabledButton()
