@@ -326,10 +326,8 @@ void TfmNFTerceiros::refuseIfOthersChanged() const
         + u" WHERE DOCTO = "_s + Aspas(m_edited.docto) + u" AND CODCLI = "_s + Aspas(m_edited.client));
     TTIQuery items;
     openItems(items, m_edited);
-    bool conflict = contents(items) != m_savedItems;
     // A number or a lot that goods quote meanwhile stays.
-    if (key() != m_edited)
-        conflict = conflict || ExisteNota(m_edited.docto, {}, {});
+    bool conflict = contents(items) != m_savedItems || (key() != m_edited && ExisteNota(m_edited.docto, {}, {}));
     for (items.First(); !items.Eof() && !conflict; items.Next()) {
         const LotKey lot{items.AsString(u"CODIGO"_s), items.AsString(u"LOTE"_s)};
         conflict = rowOf(lot) < 0 && ExisteNota(m_edited.docto, lot.material, lot.lot);
