@@ -323,8 +323,8 @@ void TestSearchDialog::screensInOneWindowHaveTheirOwnSearches()
     MessageAnswers answers;
     for (const int screen : {1, 0}) {
         window.setCurrentIndex(screen);
-        answers.expectWindow([](QWidget *dialog) { QTest::keyClick(textOf(dialog), Qt::Key_Escape); },
-            u"Clientes %1"_s.arg(screen));
+        answers.expectWindow(
+            [](QWidget *dialog) { QTest::keyClick(textOf(dialog), Qt::Key_Escape); }, u"Clientes %1"_s.arg(screen));
         QTest::keyClick(fields[screen], Qt::Key_F4);
         QVERIFY(answers.allCame());
     }
