@@ -71,9 +71,10 @@ void sendToSpooler(const QByteArray &bytes, const QString &printer, const QStrin
     spooler.start(program, {u"-d"_s, printer, u"-t"_s, title, u"-o"_s, u"raw"_s});
     spooler.write(bytes);
     spooler.closeWriteChannel();
-    if (!spooler.waitForFinished(spoolerPatience) || spooler.exitStatus() != QProcess::NormalExit
-        || spooler.exitCode() != 0)
-        throw refusal(printer, QString::fromLocal8Bit(spooler.readAllStandardError()) + spooler.errorString());
+    if (!spooler.waitForFinished(spoolerPatience) || spooler.exitStatus() != QProcess::NormalExit)
+        throw refusal(printer, spooler.errorString());
+    if (spooler.exitCode() != 0)
+        throw refusal(printer, QString::fromLocal8Bit(spooler.readAllStandardError()).trimmed());
 }
 
 } // namespace

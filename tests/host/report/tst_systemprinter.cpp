@@ -62,6 +62,7 @@ private slots:
     void aPrinterThatRefusesIsSaid_data() { layouts(); }
     void aPrinterThatRefusesIsSaid();
     void aStoppedPrinterIsSaid();
+    void withoutAUsualPrinterItIsChosen();
 
 private:
     static void layouts();
@@ -307,6 +308,24 @@ void TestSystemPrinter::aStoppedPrinterIsSaid()
     QSignalSpy told(&desk, &StationDesk::printed);
     desk.deliver(*report(u"TEtqTeste"_s, false), m_call);
     QVERIFY(told[0][0].toString().endsWith(u"que está parada"_s));
+}
+
+void TestSystemPrinter::withoutAUsualPrinterItIsChosen()
+{
+    qputenv("LPDEST", "Nenhuma"); // what the user has instead of the service's
+    const auto again = qScopeGuard([] { qunsetenv("LPDEST"); });
+    QString offered;
+    printed(u"WEtqTeste"_s, [&](QDialog &dialog) {
+        offered = printers(dialog)->currentText();
+        dialog.reject();
+    });
+    QVERIFY(!offered.isEmpty());
+    try {
+        StationDesk(*m_settings).deliver(*report(u"WEtqTeste"_s, false), m_call);
+        QFAIL("a label went to a printer that nobody chose");
+    } catch (const EQen &error) {
+        QCOMPARE(error.sentence(), u"Nenhuma impressora deste computador é a padrão."_s);
+    }
 }
 
 QTEST_MAIN(TestSystemPrinter)
