@@ -263,15 +263,8 @@ void TfmMalhaOF::edtMaterialExit()
 /// Roll weight of the fabric, and the flow of its most recent order.
 void TfmMalhaOF::fillDefaults(const QString &material)
 {
-    // Lines without a colour of their own, or not written by a rapport yet, bear no roll weight.
-    const QVariant rollKg = database().value(DBLocal_SQL(uR"(
-        SELECT COMP.KG_ROLO FROM {COMP_MATERIAL} COMP
-        LEFT JOIN {MAT_ITEN} MAT_ITEN
-               ON (COMP.MATERIAL = MAT_ITEN.CODIGO AND COMP.COR = MAT_ITEN.COR AND )"_s,
-        activeItem(u"MAT_ITEN"_s) + u") WHERE COMP.KG_ROLO > 0 AND COMP.MATERIAL = "_s + Aspas(material)
-            + u" ORDER BY CASE WHEN MAT_ITEN.CODIGO IS NULL THEN 1 ELSE 0 END, COMP.COR DESC "
-              "FETCH FIRST 1 ROWS ONLY"_s));
-    tbOF_Malha->setValue(u"KG_ROLO"_s, rollKg.toDouble());
+    tbOF_Malha->setValue(
+        u"KG_ROLO"_s, Busca_Valor(u"COMP_MATERIAL"_s, u"MATERIAL"_s, u"KG_ROLO"_s, Aspas(material)).toDouble());
     const QString last = BuscaUltimaOFMat(material);
     if (!last.isEmpty())
         tbOF_Malha->setValue(u"FLUXO"_s, Busca_Valor(u"OF_MALHA"_s, u"NUM_OF"_s, u"FLUXO"_s, Aspas(last)));

@@ -19,7 +19,6 @@ private slots:
     void aNumberThatIsTakenIsRefusedOnceWhicheverWayItIsLeft();
     void blanksDoNotHideATakenNumber();
     void leavingTheMaterialOfANewOrderFillsRollWeightAndFlow();
-    void theRollWeightIsThatOfAnActiveColour();
     void theFlowIsThatOfTheHighestNumberNotOfTheLatestDate();
     void aFabricNeverMadeKeepsTheFlowThatWasTyped();
     void leavingAChangedMaterialOfAnOldOrderFillsNothing();
@@ -94,26 +93,6 @@ void TestOrdemFabFields::leavingTheMaterialOfANewOrderFillsRollWeightAndFlow()
     QCOMPARE(station.focus(), u"edtMaquina"_s);
     station.enter(u"edtMaterial"_s, u"M0002"_s);
     QCOMPARE(station.text(u"edtKGRolo"_s), u"25,00"_s);
-}
-
-void TestOrdemFabFields::theRollWeightIsThatOfAnActiveColour()
-{
-    OrderStation station;
-    const QString line = u"INSERT INTO {COMP_MATERIAL} (MATERIAL, COR, CODIGO, COR_I, ORDEM, PERC, KG_ROLO) "
-                         "VALUES ('M0001', '%1', 'FIO30CO', '*****', %2, 100, %3)"_s;
-    station.database.run(u"DELETE FROM {COMP_MATERIAL} WHERE MATERIAL = 'M0001'"_s);
-    station.database.run(line.arg(u"0"_s, u"1"_s, u"NULL"_s)); // whatever the colour
-    station.database.run(line.arg(u"000003"_s, u"2"_s, u"30"_s)); // its stock item is switched off
-    station.openOrders();
-    station.click(u"btnincluir"_s);
-    station.enter(u"edtMaterial"_s, u"M0001"_s);
-    QCOMPARE(station.text(u"edtKGRolo"_s), u"30,00"_s);
-    station.database.run(line.arg(u"000001"_s, u"3"_s, u"NULL"_s)); // combined, its rapport not saved yet
-    station.database.run(line.arg(u"000001"_s, u"4"_s, u"18.5"_s));
-    station.click(u"SbDesistir"_s);
-    station.click(u"btnincluir"_s);
-    station.enter(u"edtMaterial"_s, u"M0001"_s);
-    QCOMPARE(station.text(u"edtKGRolo"_s), u"18,50"_s);
 }
 
 void TestOrdemFabFields::theFlowIsThatOfTheHighestNumberNotOfTheLatestDate()
