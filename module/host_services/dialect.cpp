@@ -124,7 +124,7 @@ public:
 
     QStringList sessionStatements() const override
     {
-        // A station that hangs in the middle of a save keeps its rows; the others get a message then, and do not hang too.
+        // A station that hangs in the middle of a save keeps its rows: the others get a message instead of hanging too.
         return {u"SET datestyle = 'ISO, MDY'"_s, u"SET standard_conforming_strings = on"_s,
             u"SET client_min_messages = warning"_s, u"SET lock_timeout = '30s'"_s};
     }
