@@ -36,6 +36,8 @@ private slots:
     void anOrderNumberIsNeverTakenApart();
     void aRollOnTheScaleHasALabelWithoutANumber();
     void withNothingOnTheScaleTheMarkedRollGetsASecondLabel();
+    void aLabelSaysWhenThereAreMoreLots_data();
+    void aLabelSaysWhenThereAreMoreLots();
     void theLabelPrinterGetsItsOwnLanguage();
     void dataCannotCommandTheLabelPrinter();
     void aLabelThatFailsLeavesTheRollWrittenAndSaysSo();
@@ -121,6 +123,38 @@ void tst_rolllabels::withNothingOnTheScaleTheMarkedRollGetsASecondLabel()
     QVERIFY2(paper.flatText().contains(u"000012 001 20,125 kg"_s), qPrintable(paper.text()));
     QVERIFY(paper.text().contains(u"2ª VIA"_s));
     QCOMPARE(paper.barcodes(), QStringList(u"CODE-128:000012"_s));
+}
+
+void tst_rolllabels::aLabelSaysWhenThereAreMoreLots_data()
+{
+    QTest::addColumn<QString>("printer");
+    QTest::addColumn<int>("lots");
+    QTest::addColumn<QString>("more");
+    for (const QString &printer : {u"RgGrafico"_s, u"RgTexto"_s}) {
+        QTest::addRow("%s, all have room", qPrintable(printer)) << printer << 8 << QString();
+        QTest::addRow("%s, one more", qPrintable(printer)) << printer << 9 << u"e mais 1 lote"_s;
+        QTest::addRow("%s, several more", qPrintable(printer)) << printer << 12 << u"e mais 4 lotes"_s;
+    }
+}
+
+void tst_rolllabels::aLabelSaysWhenThereAreMoreLots()
+{
+    QFETCH(QString, printer);
+    QFETCH(int, lots);
+    QFETCH(QString, more);
+    WriteOffStation station(Engines::current());
+    const Paper paper(station.host);
+    for (int lot = 1; lot <= lots; ++lot)
+        reserve(station, u"LX-%1"_s.arg(lot, 2, 10, QChar(u'0')));
+    station.prepareRoll(u"20"_s);
+    station.click(printer);
+    station.click(u"BtnImprimir"_s);
+    QCOMPARE(paper.pages(), 1);
+    const QString label = paper.text();
+    QCOMPARE(label.count(u"LX-"_s), 8);
+    QVERIFY2(label.contains(u"LX-08"_s), qPrintable(label));
+    QCOMPARE(label.contains(u"e mais"_s), !more.isEmpty());
+    QVERIFY2(label.contains(more), qPrintable(label));
 }
 
 void tst_rolllabels::theLabelPrinterGetsItsOwnLanguage()
