@@ -17,6 +17,7 @@
 
 #include <QAbstractButton>
 #include <QAction>
+#include <QApplication>
 #include <QCloseEvent>
 #include <QComboBox>
 #include <QEventLoop>
@@ -24,6 +25,7 @@
 #include <QMetaMethod>
 #include <QPlainTextEdit>
 #include <QTabBar>
+#include <QWindow>
 
 using namespace Qt::StringLiterals;
 
@@ -62,6 +64,9 @@ TForm::TForm()
 
 TForm::~TForm()
 {
+    // A cell that is still open is stored while the controls go, and would call the methods of a screen that is gone.
+    for (const QObject *part : findChildren<QObject *>())
+        part->disconnect(this);
     for (const QString &name : m_openTables)
         Tabela->FechaTabela(name);
 }
@@ -95,8 +100,12 @@ void TForm::AbreTabelas(const QStringList &names)
 
 void TForm::ShowModal()
 {
+    const QWidget *opener = QApplication::activeWindow();
     setWindowFlags(Qt::Dialog);
     setWindowModality(Qt::ApplicationModal);
+    winId(); // it has a window now, which is to stand in front of the opener's
+    if (opener)
+        windowHandle()->setTransientParent(opener->windowHandle());
     QEventLoop loop;
     connect(this, &QObject::destroyed, &loop, &QEventLoop::quit);
     show();
