@@ -127,6 +127,8 @@ void RollRegister::remove(const Roll &roll)
 
 void RollRegister::moveDefects(const QString &of, const QString &from, const QString &to)
 {
+    // What stands under the new number was counted for a roll that nobody wrote.
+    m_database.run(u"DELETE FROM "_s + DBLocal(u"DEF_MOV"_s) + ofDefects(of, to));
     m_database.run(
         u"UPDATE "_s + DBLocal(u"DEF_MOV"_s) + u" SET ROLO = "_s + QString::number(to.toInt()) + ofDefects(of, from));
 }

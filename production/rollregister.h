@@ -63,7 +63,7 @@ public:
     /// Removes the roll with its defects. Throws EDatabaseError (Conflict) when another station has taken the roll back
     /// already, also when the number went to a roll of another weight since.
     void remove(const Roll &roll);
-    /// Gives the defects counted under one number to the roll of another.
+    /// Gives the defects counted under one number to the roll of another, which has none of its own yet.
     void moveDefects(const QString &of, const QString &from, const QString &to);
     /// The plan becomes what was produced.
     void closeAtProduced(const QString &of);
