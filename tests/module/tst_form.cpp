@@ -18,6 +18,7 @@
 #include <QPushButton>
 #include <QTest>
 #include <QVBoxLayout>
+#include <QWindow>
 
 using namespace Qt::StringLiterals;
 
@@ -438,8 +439,9 @@ void TestForm::aModalScreenReturnsWhenItIsClosed()
     modal->Create();
     const QPointer<TfmTeste> alive(modal);
     MessageAnswers answers;
-    answers.expectWindow([](QWidget *window) {
+    answers.expectWindow([this](QWidget *window) {
         QVERIFY(window->isModal());
+        QCOMPARE(window->windowHandle()->transientParent(), m_form->windowHandle()); // it stands in front of its opener
         QTest::keyClick(window->focusWidget() ? window->focusWidget() : window, Qt::Key_Escape);
     });
     modal->ShowModal();
