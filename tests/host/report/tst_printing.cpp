@@ -204,6 +204,7 @@ void TestPrinting::aStationWithoutAPrinterSaysSo()
 {
     StationDesk desk(*m_settings);
     QVERIFY_EXCEPTION_THROWN(desk.deliver(*report(u"WEtqTeste"_s), m_call), EQen);
+    QVERIFY_EXCEPTION_THROWN(Printing::offered(QString()), EQen);
     m_settings->setValue(u"Impressoras/padrao"_s, u"Expedição"_s);
     try {
         desk.deliver(*report(u"TEtqTeste"_s), m_call);
