@@ -108,22 +108,33 @@ QString choosePrinter(QPrinter &device, const QString &offered, const Report &re
     return dialog.exec() == QDialog::Accepted ? device.printerName() : QString();
 }
 
-/// False when the user gave up.
-bool printPages(const Report &report, QPrinter &printer, QWidget *parent)
-{
-    QProgressDialog progress(u"Imprimindo…"_s, u"Cancelar"_s, 0, report.pages().count(), parent);
-    progress.setWindowModality(Qt::ApplicationModal);
-    progress.setMinimumDuration(patience);
-    return Printing::print(report.pages(), printer, [&progress](int page) {
-        progress.setValue(page);
-        return !progress.wasCanceled();
-    });
-}
-
 /// The printer, and what keeps the paper from coming.
 QString named(const QString &printer)
 {
     return !Printing::isDevice(printer) && Printing::isStopped(printer) ? printer + u", que está parada"_s : printer;
+}
+
+QString sentTo(const QString &printer)
+{
+    return u"Enviado para a impressora %1"_s.arg(named(printer));
+}
+
+/// Tells what became of it.
+QString printPages(const Report &report, QPrinter &printer, QWidget *parent)
+{
+    QProgressDialog progress(u"Imprimindo…"_s, u"Cancelar"_s, 0, report.pages().count(), parent);
+    progress.setWindowModality(Qt::ApplicationModal);
+    progress.setMinimumDuration(patience);
+    int sent = 0;
+    const bool whole = Printing::print(report.pages(), printer, [&](int pages) {
+        sent = pages;
+        progress.setValue(pages);
+        return !progress.wasCanceled();
+    });
+    if (whole)
+        return sentTo(printer.printerName());
+    return sent == 0 ? u"Impressão cancelada."_s
+                     : u"Impressão cancelada; páginas que já foram para a impressora: %1"_s.arg(sent);
 }
 
 } // namespace
@@ -201,11 +212,10 @@ QString StationDesk::choosePrinterAndPrint(Report &report, QWidget *parent)
         return {};
     if (chosen != offered)
         m_settings.setValue(u"Impressoras/"_s + report.name(), chosen);
-    if (report.isText())
-        Printing::send(report.bytes(codesOf(m_settings, chosen)), chosen, report.title());
-    else if (!printPages(report, device, parent))
-        return u"Impressão cancelada."_s;
-    return u"Enviado para a impressora %1"_s.arg(named(chosen));
+    if (!report.isText())
+        return printPages(report, device, parent);
+    Printing::send(report.bytes(codesOf(m_settings, chosen)), chosen, report.title());
+    return sentTo(chosen);
 }
 
 FolderDesk::FolderDesk(const QString &folder)

@@ -116,6 +116,9 @@ bool Printing::isStopped(const QString &printer)
 
 bool Printing::print(const PageStore &pages, QPrinter &printer, const Progress &progress)
 {
+    const auto goesOn = [&progress](int done) { return !progress || progress(done); };
+    if (!goesOn(0))
+        return false; // before there is a job
     printer.setFullPage(true);
     QPainter painter;
     if (!painter.begin(&printer))
@@ -125,12 +128,12 @@ bool Printing::print(const PageStore &pages, QPrinter &printer, const Progress &
     int done = 0;
     for (int copy = 0; copy < copies; ++copy) {
         for (const int number : numbers) {
-            if (progress && !progress(done)) {
-                printer.abort();
-                return false;
-            }
-            if (done++ > 0)
+            if (done > 0) {
+                if (!goesOn(done))
+                    return false;
                 printer.newPage();
+            }
+            ++done;
             PagePainter::paint(painter, pages.page(number), pages.count());
         }
     }

@@ -25,7 +25,7 @@ QString offered(const QString &printer);
 /// Whether it keeps what it gets until somebody starts it again.
 bool isStopped(const QString &printer);
 /// The pages that the printer's range asks for, in its order and as often as its copies say. False when it was
-/// cancelled. Throws EQen.
+/// cancelled; the pages that were done then are printed all the same, which the toolkit cannot hinder. Throws EQen.
 bool print(const PageStore &pages, QPrinter &printer, const Progress &progress = {});
 /// Bytes for a printer of characters, as they stand: to a device, or to the system's printer of that name. Throws EQen
 /// when it does not take them.

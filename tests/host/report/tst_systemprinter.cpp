@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 
 #include "host/previewwindow.h"
+#include "host/report/printing.h"
 #include "host/report/report.h"
 #include "host/reportdesk.h"
 #include "module/host_services/clientdataset.h"
@@ -16,6 +17,7 @@
 #include <QFile>
 #include <QLabel>
 #include <QMessageBox>
+#include <QPrinter>
 #include <QProcess>
 #include <QSettings>
 #include <QSignalSpy>
@@ -63,6 +65,7 @@ private slots:
     void aPrinterThatRefusesIsSaid();
     void aStoppedPrinterIsSaid();
     void withoutAUsualPrinterItIsChosen();
+    void aCancelledPrintSendsNoMoreThanItsPages();
 
 private:
     static void layouts();
@@ -326,6 +329,18 @@ void TestSystemPrinter::withoutAUsualPrinterItIsChosen()
     } catch (const EQen &error) {
         QCOMPARE(error.sentence(), u"Nenhuma impressora deste computador é a padrão."_s);
     }
+}
+
+void TestSystemPrinter::aCancelledPrintSendsNoMoreThanItsPages()
+{
+    const auto labels = report(u"WEtqTeste"_s, false);
+    while (labels->step()) { }
+    QPrinter printer(QPrinter::HighResolution);
+    printer.setPrinterName(u"Expedicao"_s);
+    QVERIFY(!Printing::print(labels->pages(), printer, [](int) { return false; }));
+    QCOMPARE(m_service.jobs(), 0);
+    QVERIFY(!Printing::print(labels->pages(), printer, [](int pagesDone) { return pagesDone < 2; }));
+    QCOMPARE(textOf(m_service.received(u"Expedicao"_s)), u"Rolo 001 Rolo 002"_s);
 }
 
 QTEST_MAIN(TestSystemPrinter)
