@@ -5,8 +5,38 @@
 
 #include "module/controls/roworder.h"
 #include "module/host_services/clientdataset.h"
+#include "module/host_services/query.h"
 
 using namespace Qt::StringLiterals;
+
+namespace {
+
+struct Title
+{
+    QString field;
+    QString text;
+};
+
+QVector<Title> titlesIn(const QString &columns)
+{
+    QVector<Title> titles;
+    for (const QString &part : columns.split(u';', Qt::SkipEmptyParts))
+        titles.append({part.section(u'=', 0, 0).trimmed(), part.section(u'=', 1).trimmed()});
+    return titles;
+}
+
+/// A select that was not run yet has no fields, but the titles of its list stand there all the same.
+void describe(TTIQuery &query, const QVector<Title> &titles)
+{
+    QVector<TField> fields = query.fields();
+    for (const Title &title : titles) {
+        if (!query.hasField(title.field))
+            fields.append(TField(title.field, TField::Type::Text));
+    }
+    query.Describe(fields);
+}
+
+} // namespace
 
 DataSetModel::DataSetModel(QObject *parent)
     : QAbstractTableModel(parent)
@@ -146,18 +176,20 @@ void DataSetModel::findColumns()
     m_columns.clear();
     if (!m_dataSet)
         return;
+    const QVector<Title> titles = titlesIn(m_wanted);
+    if (auto *query = qobject_cast<TTIQuery *>(m_dataSet.data()); query && !query->Active())
+        describe(*query, titles);
     m_fields = m_dataSet->fields();
-    if (m_wanted.isEmpty()) {
+    if (titles.isEmpty()) {
         for (int i = 0; i < m_fields.size(); ++i) {
             if (m_fields.at(i).visible)
                 m_columns.append({i, m_fields.at(i).title});
         }
         return;
     }
-    for (const QString &part : m_wanted.split(u';', Qt::SkipEmptyParts)) {
-        const QString name = part.section(u'=', 0, 0).trimmed();
-        if (m_dataSet->hasField(name))
-            m_columns.append({m_dataSet->fieldIndex(name), part.section(u'=', 1).trimmed()});
+    for (const Title &title : titles) {
+        if (m_dataSet->hasField(title.field))
+            m_columns.append({m_dataSet->fieldIndex(title.field), title.text});
     }
 }
 

@@ -30,6 +30,7 @@ private slots:
     void aLargeQueryOpenedAnewIsInItsOwnOrder();
     void figuresAndDatesOfTheEngineAreSortedByValue();
     void totalsWaitForTheLastRow();
+    void titlesStandThereBeforeTheFirstRows();
 
 private:
     void insertRolls(int count);
@@ -159,6 +160,27 @@ void TestDBGridQuery::totalsWaitForTheLastRow()
     m_query->FetchAll();
     QCOMPARE(line->count(), u"450 registros"_s);
     QCOMPARE(line->text(u"QTDE"_s), u"348.525,000"_s);
+}
+
+void TestDBGridQuery::titlesStandThereBeforeTheFirstRows()
+{
+    const auto titles = [this] {
+        QStringList found;
+        for (int column = 0; column < m_grid->rows()->columnCount(); ++column)
+            found.append(m_grid->rows()->headerData(column, Qt::Horizontal).toString());
+        return found;
+    };
+    m_grid->setColunas(u"NUM_BAIXA=Num. Baixa;QTDE=Peso;DATA=Data"_s);
+    const QStringList wanted = {u"Num. Baixa"_s, u"Peso"_s, u"Data"_s};
+    QCOMPARE(titles(), wanted);
+    QCOMPARE(m_grid->rows()->rowCount(), 0);
+    insertRolls(2);
+    open();
+    QCOMPARE(titles(), wanted);
+    QCOMPARE(shown(1, 0), u"002"_s);
+    QCOMPARE(shown(1, 1), u"998,000"_s);
+    QCOMPARE(shown(1, 2), u"29/12/2026"_s);
+    QVERIFY(m_query->fields()[m_query->fieldIndex(u"DATA"_s)].type == TField::Type::Date);
 }
 
 QTEST_MAIN(TestDBGridQuery)
