@@ -6,9 +6,9 @@
 #include "module/host_services/clientdataset.h"
 
 #include <QCoreApplication>
+#include <QHeaderView>
 #include <QItemSelectionModel>
 #include <QKeyEvent>
-#include <QMenu>
 #include <QSignalBlocker>
 
 #include <algorithm>
@@ -49,7 +49,7 @@ LineGrid::LineGrid(QWidget *parent)
     : TDBGrid(parent)
 {
     setSelectionMode(QAbstractItemView::ContiguousSelection);
-    connect(this, &TDBGrid::titleClicked, this, [] { }); // the lines have an order of their own: titles do not sort
+    horizontalHeader()->setSectionsClickable(false); // the lines have an order of their own: titles do not sort
 }
 
 void LineGrid::setLines(TClientDataSet *lines, const QString &numberField)
@@ -290,16 +290,6 @@ bool LineGrid::eventFilter(QObject *watched, QEvent *event)
     QKeyEvent again(QEvent::KeyPress, tab ? int(Qt::Key_Return) : key->key(), key->modifiers());
     QCoreApplication::sendEvent(this, &again);
     return true;
-}
-
-/// Without the entry that sorts, which would do nothing here.
-void LineGrid::contextMenuEvent(QContextMenuEvent *event)
-{
-    TDBGrid::contextMenuEvent(event);
-    for (QMenu *menu : findChildren<QMenu *>()) {
-        if (menu->title() == u"&Ordenar"_s)
-            menu->menuAction()->setVisible(false);
-    }
 }
 
 void LineGrid::keyPressEvent(QKeyEvent *event)

@@ -126,6 +126,11 @@ void addSorting(TDBGrid &grid, QMenu *menu)
     }
 }
 
+bool titlesSort(const TDBGrid &grid)
+{
+    return grid.horizontalHeader()->sectionsClickable();
+}
+
 } // namespace
 
 QWidget *GridActions::screenOf(const TDBGrid &grid)
@@ -217,6 +222,7 @@ void GridActions::showMenu(TDBGrid &grid, const QPoint &globalPlace)
     menu->addSeparator();
     QMenu *sorting = menu->addMenu(u"&Ordenar"_s);
     addSorting(grid, sorting);
+    sorting->menuAction()->setVisible(titlesSort(grid));
     menu->addSeparator();
     QAction *xlsx = add(u"&Exportar para planilha (XLSX)…"_s, [&grid] { exportRows(grid, FileKind::Xlsx); });
     QAction *csv = add(u"Exportar CS&V…"_s, [&grid] { exportRows(grid, FileKind::Csv); });
@@ -238,6 +244,8 @@ bool GridActions::keyPressed(TDBGrid &grid, const QKeyEvent &key)
         QCoreApplication::sendEvent(&grid, &asked);
         return true;
     }
+    if (!titlesSort(grid))
+        return false;
     const int place = key.key() - Qt::Key_1;
     const QVector<int> columns = columnsFromTheLeft(grid);
     const bool plain = !(key.modifiers() & ~(Qt::ControlModifier | Qt::KeypadModifier));
