@@ -176,6 +176,9 @@ void TDateEdit::keyPressEvent(QKeyEvent *event)
 void TDateEdit::changeEvent(QEvent *event)
 {
     QLineEdit::changeEvent(event);
-    if (event->type() == QEvent::ReadOnlyChange)
-        m_calendarAction->setVisible(!isReadOnly());
+    if (event->type() != QEvent::ReadOnlyChange)
+        return;
+    m_calendarAction->setVisible(!isReadOnly());
+    // Where nobody types there is nothing to check, and a check takes longer than the text.
+    setValidator(isReadOnly() ? nullptr : findChild<QRegularExpressionValidator *>());
 }
