@@ -64,7 +64,7 @@ public:
     {
         Comparison result = comparison(u"search: window with the first of %1 rows"_s, 3);
         SearchSource nothing = m_source;
-        nothing.filter = u"1 = 0"_s;
+        nothing.filter = u"NUM_OF = ''"_s; // by the index; of "1 = 0" Firebird asks every row
         for (int run = -m_bench.effort.warmUps; run < m_bench.effort.runs; ++run) {
             const double program = timed([this] { open(m_source); });
             const double floor = timed([&] { open(nothing); });
